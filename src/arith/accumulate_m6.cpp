@@ -1,0 +1,2 @@
+// Accumulation, element by element: MMX has no floats.
+#include "arith/accumulate_scalar.h"

@@ -1,0 +1,2 @@
+// Accumulation, element by element.
+#include "arith/accumulate_scalar.h"

@@ -1,0 +1,2 @@
+// Float arithmetic, element by element: MMX has no floats.
+#include "arith/arithmetic_scalar.h"

@@ -1,0 +1,2 @@
+// Float arithmetic, element by element.
+#include "arith/arithmetic_scalar.h"

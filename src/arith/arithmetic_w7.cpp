@@ -1,0 +1,2 @@
+// Float arithmetic in vectors of four.
+#include "arith/arithmetic_sse.h"

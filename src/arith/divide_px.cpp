@@ -1,0 +1,2 @@
+// Division by a constant, element by element.
+#include "arith/divide_scalar.h"

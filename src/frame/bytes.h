@@ -1,0 +1,54 @@
+// Access to memory at any address: elements may stand off their natural boundary and strides may be odd.
+#pragma once
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "frame/level.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+template <typename T>
+inline T load(const void* from)
+{
+    T value;
+    __builtin_memcpy(&value, from, sizeof value);
+    return value;
+}
+
+template <typename T>
+inline void store(void* to, T value)
+{
+    __builtin_memcpy(to, &value, sizeof value);
+}
+
+inline const uint8_t* bytesOf(const void* pointer)
+{
+    return static_cast<const uint8_t*>(pointer);
+}
+
+inline uint8_t* bytesOf(void* pointer)
+{
+    return static_cast<uint8_t*>(pointer);
+}
+
+// The bytes from an address up to its next multiple of a power of two.
+inline size_t bytesToBoundary(const void* pointer, size_t boundary)
+{
+    return -reinterpret_cast<uintptr_t>(pointer) & (boundary - 1);
+}
+
+inline bool isAligned(const void* pointer, size_t boundary)
+{
+    return bytesToBoundary(pointer, boundary) == 0;
+}
+
+// 32-bit product as the contract forms it: it wraps.
+inline int32_t wrappingProduct(int32_t a, int32_t b)
+{
+    return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
+}
+
+}
+}

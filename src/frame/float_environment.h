@@ -1,0 +1,42 @@
+// The floating-point stack computes in IEEE double (or extended, where asked for), whatever the host has set.
+//
+// Only 32-bit px, m6 and a6 bodies compute on that stack; elsewhere the guards are empty and cost nothing.
+#pragma once
+
+#include <float.h>
+#include <stdint.h>
+
+#include "frame/level.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+#if FLT_EVAL_METHOD == 2
+class StackPrecision {
+public:
+    explicit StackPrecision(uint16_t precisionField)
+    {
+        asm volatile("fnstcw %0" : "=m"(saved));
+        uint16_t wanted = static_cast<uint16_t>((saved & ~0x0300) | precisionField);
+        asm volatile("fldcw %0" : : "m"(wanted) : "memory");
+    }
+    StackPrecision(const StackPrecision&) = delete;
+    StackPrecision& operator=(const StackPrecision&) = delete;
+    ~StackPrecision() { asm volatile("fldcw %0" : : "m"(saved) : "memory"); }
+
+private:
+    uint16_t saved;
+};
+
+struct DoublePrecision : StackPrecision {
+    DoublePrecision() : StackPrecision(0x0200) {}
+};
+#else
+struct DoublePrecision {
+    DoublePrecision() {}
+    ~DoublePrecision() {}
+};
+#endif
+
+}
+}

@@ -1,0 +1,115 @@
+// Copy in 16-byte moves; large images go past the caches.
+#include <emmintrin.h>
+
+#include "movement/copy.h"
+
+namespace rux::w7 {
+namespace {
+
+inline __m128i loadSixteen(const uint8_t* from)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+}
+
+inline void storeSixteen(uint8_t* to, __m128i value)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), value);
+}
+
+// Streaming stores are not used where the destination runs 16 to 320 bytes ahead of the source modulo 64 KiB:
+// loads and stores would meet in the same places of the caches.
+inline bool mayStream(const uint8_t* src, const uint8_t* dst)
+{
+    const uintptr_t distance =
+        (reinterpret_cast<uintptr_t>(src) - reinterpret_cast<uintptr_t>(dst)) & 0xFFFF;
+    return distance < 0xFEC0 || distance > 0xFFF0;
+}
+
+// 64-byte blocks onto a destination on a 16-byte boundary.
+template <void storeAligned(__m128i*, __m128i)>
+void copyBlocks(const uint8_t* src, uint8_t* dst, size_t blocks)
+{
+    for (; blocks > 0; --blocks, src += 64, dst += 64) {
+        const __m128i a = loadSixteen(src);
+        const __m128i b = loadSixteen(src + 16);
+        const __m128i c = loadSixteen(src + 32);
+        const __m128i d = loadSixteen(src + 48);
+        __m128i* const to = reinterpret_cast<__m128i*>(dst);
+        storeAligned(to, a);
+        storeAligned(to + 1, b);
+        storeAligned(to + 2, c);
+        storeAligned(to + 3, d);
+    }
+}
+
+inline void storeOrdinary(__m128i* to, __m128i value)
+{
+    _mm_store_si128(to, value);
+}
+
+inline void storeStreaming(__m128i* to, __m128i value)
+{
+    _mm_stream_si128(to, value);
+}
+
+// Fewer than 64 bytes, in steps of 8 and then at most one each of 4, 2 and 1.
+void copyRemainder(const uint8_t* src, uint8_t* dst, size_t bytes)
+{
+    for (; bytes >= 8; src += 8, dst += 8, bytes -= 8) store(dst, load<uint64_t>(src));
+    if (bytes & 4) {
+        store(dst, load<uint32_t>(src));
+        src += 4, dst += 4;
+    }
+    if (bytes & 2) {
+        store(dst, load<uint16_t>(src));
+        src += 2, dst += 2;
+    }
+    if (bytes & 1) *dst = *src;
+}
+
+template <typename Element>
+void copyRun(const uint8_t* src, uint8_t* dst, size_t bytes, bool streaming)
+{
+    if (bytes >= 64) {
+        storeSixteen(dst, loadSixteen(src));
+        const size_t head = bytesToBoundary(dst, 16);
+        src += head, dst += head, bytes -= head;
+
+        const size_t blocks = bytes / 64;
+        if (streaming && mayStream(src, dst)) {
+            copyBlocks<storeStreaming>(src, dst, blocks);
+            _mm_sfence();
+        } else {
+            copyBlocks<storeOrdinary>(src, dst, blocks);
+        }
+        src += blocks * 64, dst += blocks * 64, bytes -= blocks * 64;
+    }
+    copyRemainder(src, dst, bytes);
+}
+
+void copyMaskedRun(const uint8_t* src, uint8_t* dst, const uint8_t* mask, size_t count)
+{
+    size_t head = bytesToBoundary(dst, 16);
+    if (head > count) head = count;
+    copyMaskedBytes(src, dst, mask, head);
+
+    const __m128i raise = _mm_set1_epi8(0x7F);
+    size_t x = head;
+    for (; count - x >= 16; x += 16) {
+        // A mask byte of 1 to 255 plus 127, saturated, has its top bit set; 0 plus 127 has not.
+        const __m128i raised = _mm_adds_epu8(loadSixteen(mask + x), raise);
+        const int chosen = _mm_movemask_epi8(raised);
+        if (chosen == 0) continue;
+        __m128i value = loadSixteen(src + x);
+        __m128i* const to = reinterpret_cast<__m128i*>(dst + x);
+        if (chosen != 0xFFFF) {
+            const __m128i take = _mm_cmplt_epi8(raised, _mm_setzero_si128());
+            value = _mm_or_si128(_mm_and_si128(take, value), _mm_andnot_si128(take, _mm_load_si128(to)));
+        }
+        _mm_store_si128(to, value);
+    }
+    copyMaskedBytes(src + x, dst + x, mask + x, count - x);
+}
+
+}
+}
