@@ -3,7 +3,6 @@
 // Only 32-bit px, m6 and a6 bodies compute on that stack; elsewhere the guards are empty and cost nothing.
 #pragma once
 
-#include <float.h>
 #include <stdint.h>
 
 #include "frame/level.h"
@@ -11,7 +10,7 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-#if FLT_EVAL_METHOD == 2
+#ifndef __SSE2__   // not FLT_EVAL_METHOD: Clang reports 0 with SSE alone, where doubles are still on the stack
 class StackPrecision {
 public:
     explicit StackPrecision(uint16_t precisionField)

@@ -9,16 +9,9 @@
 
 #include <gtest/gtest.h>
 
-#include <iosfwd>
+#include "support/level.h"
 
 namespace rux::test {
-
-enum Level { px, m6, a6, w7 };
-
-inline constexpr Level levels[] = {px, m6, a6, w7};
-
-const char* nameOf(Level);
-std::ostream& operator<<(std::ostream&, Level);
 
 // Whether this machine's processor has the level's instructions.
 bool processorHas(Level);

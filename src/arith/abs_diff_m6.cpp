@@ -1,0 +1,17 @@
+// Absolute difference in MMX registers, 8 bytes at a time.
+#include "arith/abs_diff.h"
+#include "arith/byte_rows.h"
+#include "frame/mmx_state.h"
+#include "lanes/eight_bytes.h"
+
+namespace rux::m6 {
+namespace {
+
+void absDiffRow(const uint8_t* src1, const uint8_t* src2, uint8_t* dst, size_t bytes)
+{
+    const MmxState state;
+    combineByteRow<EightBytes>(AbsoluteDifference(), src1, src2, dst, bytes);
+}
+
+}
+}

@@ -1,0 +1,82 @@
+// Resize of a rectangle of an 8-bit image, by one of four kernels.
+//
+// The operation stands here once; each level's file gives the row routines that the kernels' headers declare.
+#pragma once
+
+#include "frame/checks.h"
+#include "frame/float_environment.h"
+#include "geometry/resize_cubic.h"
+#include "geometry/resize_linear.h"
+#include "geometry/resize_nearest.h"
+#include "geometry/resize_super.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+// A factor that is not a number counts as a reduction at w7 alone.
+inline bool isReduction(double factor)
+{
+    return thisLevel == w7::number ? !(factor >= 1.0) : factor < 1.0;
+}
+
+inline bool takesSuperSampling(double xFactor, double yFactor, ruxInterpolation interpolation)
+{
+    return interpolation == ruxInterpolationSuperSample && isReduction(xFactor) && isReduction(yFactor);
+}
+
+inline ruxStatus interpolationMode(ruxInterpolation mode, bool superSamples)
+{
+    return require(superSamples || mode == ruxInterpolationNearest || mode == ruxInterpolationLinear ||
+                       mode == ruxInterpolationCubic,
+                   ruxStatusInterpolationMode);
+}
+
+inline ruxStatus startsInside(ruxiRect rectangle, ruxiSize image)
+{
+    return require(rectangle.x < image.width && rectangle.y < image.height, ruxStatusNoOperation);
+}
+
+// What the image is too small for is done by a simpler kernel. It is the whole image that counts.
+inline ruxInterpolation effectiveMode(ruxInterpolation mode, ruxiSize image)
+{
+    if (image.width < 2 || image.height < 2) return ruxInterpolationNearest;
+    if (mode == ruxInterpolationCubic && (image.width < 4 || image.height < 4)) return ruxInterpolationLinear;
+    return mode;
+}
+
+}
+
+ruxStatus RUXCALL ruxiResize_8u_C1R(const uint8_t* src, ruxiSize srcSize, int32_t srcStep, ruxiRect srcRoi,
+                                    uint8_t* dst, int32_t dstStep, ruxiSize dstRoiSize, double xFactor, double yFactor,
+                                    ruxInterpolation interpolation)
+{
+    const DoublePrecision precision;
+    const bool superSamples = takesSuperSampling(xFactor, yFactor, interpolation);
+    const ruxiSize srcRoiSize = {srcRoi.width, srcRoi.height};
+
+    if (auto failure = firstFailure(pointers(src, dst), sizes(srcSize), steps(srcStep, dstStep),
+                                    require(srcRoi.x >= 0 && srcRoi.y >= 0, ruxStatusSizeError),
+                                    sizes(srcRoiSize, dstRoiSize), startsInside(srcRoi, srcSize),
+                                    require(xFactor > 0.0 && yFactor > 0.0, ruxStatusResizeFactor),
+                                    interpolationMode(interpolation, superSamples)))
+        return failure;
+
+    const uint8_t* const origin = src + static_cast<ptrdiff_t>(srcRoi.y) * srcStep + srcRoi.x;
+    if (superSamples) {
+        const Reduction reduction = {
+            layReducedAxis(trimmedLength(srcRoi.x, srcRoi.width, srcSize.width), xFactor, dstRoiSize.width),
+            layReducedAxis(trimmedLength(srcRoi.y, srcRoi.height, srcSize.height), yFactor, dstRoiSize.height),
+            xFactor * yFactor};
+        return superSample(reduction, origin, srcStep, dst, dstStep);
+    }
+
+    const ruxInterpolation mode = effectiveMode(interpolation, srcSize);
+    const bool isNearest = mode == ruxInterpolationNearest;
+    const Axis x = layAxis(srcRoi.x, srcSize.width, srcRoi.width, dstRoiSize.width, xFactor, isNearest);
+    const Axis y = layAxis(srcRoi.y, srcSize.height, srcRoi.height, dstRoiSize.height, yFactor, isNearest);
+    if (isNearest) return resizeNearest(x, y, origin, srcStep, dst, dstStep);
+    if (mode == ruxInterpolationLinear) return resizeLinear(x, y, origin, srcStep, dst, dstStep);
+    return resizeCubic(x, y, origin, srcStep, dst, dstStep);
+}
+
+}
