@@ -66,18 +66,27 @@ inline void combineSingly(const Channels& channels, const uint8_t* src, uint8_t*
                  combineOne<combine>(loadOne(srcDst + i * 4), channels.one(loadOne(src + i * 4), i)));
 }
 
-// Blocks of eight elements from the first on; returns the first element that is left.
+template <Combine combine, typename Access, typename Channels>
+inline void combineEight(const Channels& channels, const uint8_t* src, uint8_t* srcDst)
+{
+    const __m128 low = combineFour<combine>(Access::load(srcDst), channels.four(loadFour(src)));
+    const __m128 high = combineFour<combine>(Access::load(srcDst + 16), channels.four(loadFour(src + 16)));
+    Access::store(srcDst, low);
+    Access::store(srcDst + 16, high);
+}
+
+// Blocks of eight elements, two a turn while they last; returns the first element that is left.
 template <Combine combine, typename Access, typename Channels>
 inline size_t combineBlocks(const Channels& channels, const uint8_t* src, uint8_t* srcDst, size_t from, size_t to)
 {
-    for (; to - from >= 8; from += 8) {
-        const uint8_t* const s = src + from * 4;
-        uint8_t* const d = srcDst + from * 4;
-        _mm_prefetch(reinterpret_cast<const char*>(s) + 64, _MM_HINT_T0);
-        const __m128 low = combineFour<combine>(Access::load(d), channels.four(loadFour(s)));
-        const __m128 high = combineFour<combine>(Access::load(d + 16), channels.four(loadFour(s + 16)));
-        Access::store(d, low);
-        Access::store(d + 16, high);
+    for (; to - from >= 16; from += 16) {
+        _mm_prefetch(reinterpret_cast<const char*>(src + from * 4) + 64, _MM_HINT_T0);
+        combineEight<combine, Access>(channels, src + from * 4, srcDst + from * 4);
+        combineEight<combine, Access>(channels, src + from * 4 + 32, srcDst + from * 4 + 32);
+    }
+    if (to - from >= 8) {
+        combineEight<combine, Access>(channels, src + from * 4, srcDst + from * 4);
+        from += 8;
     }
     return from;
 }

@@ -1,6 +1,6 @@
 // Division of a float image by a constant: a multiplication by the constant's reciprocal, rounded to float.
 //
-// The operation stands here once; each level's file gives the reciprocal and the routine that scales a row.
+// The operation stands here once; each level's file gives the reciprocal and the routines that scale the rows.
 #pragma once
 
 #include "frame/bytes.h"
@@ -12,6 +12,7 @@ namespace {
 
 float reciprocalOf(float value);
 void scaleRow(uint8_t* srcDst, size_t elements, float factor);
+void finishRows();
 
 inline void clearRow(uint8_t* dst, size_t elements)
 {
@@ -39,6 +40,7 @@ ruxStatus RUXCALL ruxiDivC_32f_C1IR(float value, float* srcDst, int32_t srcDstSt
         else
             scaleRow(row, elements, factor);
     }
+    finishRows();
     return ruxStatusOk;
 }
 

@@ -12,6 +12,8 @@ inline float reciprocalOf(float value)
     return static_cast<float>(1.0 / value);
 }
 
+inline void finishRows() {}
+
 void scaleRow(uint8_t* srcDst, size_t elements, float factor)
 {
     for (size_t i = 0; i < elements; ++i)

@@ -1,4 +1,4 @@
-// Division by a constant in vectors of four, two a turn, with non-temporal stores.
+// Division by a constant in vectors of four, two a turn, with non-temporal stores and one fence behind the last row.
 #pragma once
 
 #include <xmmintrin.h>
@@ -33,6 +33,11 @@ inline size_t scaleBlocks(uint8_t* srcDst, size_t from, size_t to, __m128 factor
     return from;
 }
 
+inline void finishRows()
+{
+    _mm_sfence();
+}
+
 void scaleRow(uint8_t* srcDst, size_t elements, float scalar)
 {
     const __m128 factor = _mm_set1_ps(scalar);
@@ -42,7 +47,6 @@ void scaleRow(uint8_t* srcDst, size_t elements, float scalar)
             const size_t head = bytesToBoundary(srcDst, 16) / 4;
             scaleSingly(srcDst, 0, head, factor);
             done = scaleBlocks<StreamedFloats>(srcDst, head, elements, factor);
-            _mm_sfence();
         } else {
             done = scaleBlocks<UnalignedFloats>(srcDst, 0, elements, factor);
         }

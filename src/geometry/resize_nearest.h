@@ -44,8 +44,9 @@ ruxStatus resizeNearest(const Axis& x, const Axis& y, const uint8_t* origin, int
     forEachPosition(y, [&](int32_t i, double, int32_t index) { yOffsets[i] = wrappingProduct(index, srcStep); });
     forEachPosition(x, [&](int32_t j, double, int32_t index) { xOffsets[j] = index; });
 
+    const bool rowsStandApart = dstStep >= x.length;
     for (int32_t i = 0; i < y.length; ++i, dst += dstStep) {
-        if (i > 0 && yOffsets[i] == yOffsets[i - 1])
+        if (rowsStandApart && i > 0 && yOffsets[i] == yOffsets[i - 1])
             repeatRow(dst - dstStep, dst, x.length);
         else
             gatherRow(origin + yOffsets[i], xOffsets, dst, x.length);

@@ -1,29 +1,17 @@
 // Inverse DCT in MMX alone.
-#include "lanes/saturating_words4_mmx.h"
+#include "lanes/four_saturating_words_mmx.h"
+#include "video/inverse_dct_mmx.h"
 
 namespace rux::m6 {
 namespace {
 
-// Bytes raised to clipMin, then lowered to clipMax, by saturation at both ends of the byte range:
-// max(v, m) = (v - m) + m and min(v, M) = (v + (255 - M)) - (255 - M).
-class ByteClamp {
-public:
-    ByteClamp(uint8_t clipMin, uint8_t clipMax)
-        : low(_mm_set1_pi8(static_cast<char>(clipMin))), high(_mm_set1_pi8(static_cast<char>(255 - clipMax)))
-    {
-    }
-    __m64 operator()(__m64 bytes) const
-    {
-        const __m64 raised = _mm_adds_pu8(_mm_subs_pu8(bytes, low), low);
-        return _mm_subs_pu8(_mm_adds_pu8(raised, high), high);
-    }
-
-private:
-    __m64 low;
-    __m64 high;
-};
+// By saturation at both ends of the byte range: max(v, m) = (v - m) + m, min(v, M) = (v + (255 - M)) - (255 - M).
+inline __m64 clamped(__m64 bytes, __m64 clipMin, __m64 clipMax)
+{
+    const __m64 aboveMax = _mm_xor_si64(clipMax, _mm_set1_pi8(-1));
+    const __m64 raised = _mm_adds_pu8(_mm_subs_pu8(bytes, clipMin), clipMin);
+    return _mm_subs_pu8(_mm_adds_pu8(raised, aboveMax), aboveMax);
+}
 
 }
 }
-
-#include "video/inverse_dct_mmx.h"

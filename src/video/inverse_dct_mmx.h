@@ -2,12 +2,18 @@
 #pragma once
 
 #include "frame/mmx_state.h"
+#include "lanes/four_saturating_words.h"
 #include "video/inverse_dct.h"
 #include "video/inverse_dct_columns.h"
 #include "video/inverse_dct_rows.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
+
+FourSaturatingWords reversed(FourSaturatingWords words);
+
+// Unsigned bytes raised to clipMin, then lowered to clipMax.
+__m64 clamped(__m64 bytes, __m64 clipMin, __m64 clipMax);
 
 inline __m64 factorsAt(const int16_t* factors)
 {
@@ -40,7 +46,7 @@ inline void inverseRow(const uint8_t* from, uint8_t* to, int row)
         differences[half] = _mm_srai_pi32(_mm_sub_pi32(even, odd), 12);
     }
     store(to, _mm_packs_pi32(sums[0], sums[1]));
-    reversed(SaturatingWords4{_mm_packs_pi32(differences[0], differences[1])}).store(to + 8);
+    reversed(FourSaturatingWords{_mm_packs_pi32(differences[0], differences[1])}).store(to + 8);
 }
 
 void inverseTransform(const uint8_t* coefficients, uint8_t* dst, ptrdiff_t stride)
@@ -48,8 +54,8 @@ void inverseTransform(const uint8_t* coefficients, uint8_t* dst, ptrdiff_t strid
     for (int row = 0; row < 8; ++row) inverseRow(coefficients + 16 * row, dst + row * stride, row);
 
     for (int half = 0; half < 16; half += 8) {
-        SaturatingWords4 rows[8];
-        for (int row = 0; row < 8; ++row) rows[row] = SaturatingWords4::load(dst + row * stride + half);
+        FourSaturatingWords rows[8];
+        for (int row = 0; row < 8; ++row) rows[row] = FourSaturatingWords::load(dst + row * stride + half);
         inverseColumns(rows);
         for (int row = 0; row < 8; ++row) rows[row].store(dst + row * stride + half);
     }
@@ -61,7 +67,7 @@ void inverseToWords(const int16_t* coefficients, uint8_t* dst, ptrdiff_t stride)
     inverseTransform(bytesOf(coefficients), dst, stride);
 }
 
-// The transform in work space of its own, then `bytes` of each row's eight words.
+// The transform in work space of its own, then eight bytes of each row's eight words.
 template <typename ToBytes>
 inline void inverseTo(const int16_t* coefficients, uint8_t* dst, ptrdiff_t stride, ToBytes toBytes)
 {
@@ -89,8 +95,10 @@ void inverseToShiftedBytes(const int16_t* coefficients, uint8_t* dst, ptrdiff_t 
         inverseTo(coefficients, dst, stride, shifted);
         return;
     }
-    const ByteClamp clamp(level.clipMin, level.clipMax);
-    inverseTo(coefficients, dst, stride, [=](__m64 low, __m64 high) { return clamp(shifted(low, high)); });
+    const __m64 clipMin = _mm_set1_pi8(static_cast<char>(level.clipMin));
+    const __m64 clipMax = _mm_set1_pi8(static_cast<char>(level.clipMax));
+    inverseTo(coefficients, dst, stride,
+              [=](__m64 low, __m64 high) { return clamped(shifted(low, high), clipMin, clipMax); });
 }
 
 }

@@ -1,8 +1,8 @@
 // The factors of the vector levels' inverse row stage, in the order of multiply-and-add.
 //
 // With K the row's cosines, x its coefficients and R its bias, a row becomes
-//     A0 .. A3 = even.first . (x0,x2) + even.second . (x4,x6) + R     B0 .. B3 = odd.first . (x1,x3) + odd.second . (x5,x7)
-//     y0 .. y3 = (A + B) >> 12      y7 .. y4 = (A - B) >> 12      saturated to words
+//     A0 .. A3 = x02 . (x0, x2) + x46 . (x4, x6) + R        y0 .. y3 = (A + B) >> 12
+//     B0 .. B3 = x13 . (x1, x3) + x57 . (x5, x7)            y7 .. y4 = (A - B) >> 12     saturated to words
 // where "." multiplies the pair with each pair of factors and adds, modulo 2^32.
 #pragma once
 

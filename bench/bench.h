@@ -1,0 +1,40 @@
+// What a benchmark case is, and the tool's registers of them.
+//
+// A case names an operation and makes, for a size of image, the work to time: a closure over buffers of its own, and
+// the bytes that it moves (read and written). A peer does the same work with another library.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace rux::bench {
+
+struct Size {
+    int32_t width;
+    int32_t height;
+};
+
+struct Work {
+    size_t bytes;
+    std::function<void()> run;
+};
+
+using MakeWork = std::function<Work(Size)>;
+
+struct Case {
+    std::string operation;
+    MakeWork make;
+    std::string peer;      // empty where there is none
+    MakeWork makePeer;
+};
+
+using Cases = std::vector<Case>;
+
+// One for each folder of the library.
+void addMovement(Cases& cases);
+void addArith(Cases& cases);
+
+}

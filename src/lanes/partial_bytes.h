@@ -1,0 +1,46 @@
+// Fewer bytes than fill a lane, read and written without touching their neighbours.
+#pragma once
+
+#include "frame/bytes.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+// Fewer than 16 bytes, in ever smaller moves.
+inline void copyFewBytes(const uint8_t* src, uint8_t* dst, size_t bytes)
+{
+    if (bytes & 8) {
+        store(dst, load<uint32_t>(src));
+        store(dst + 4, load<uint32_t>(src + 4));
+        src += 8, dst += 8;
+    }
+    if (bytes & 4) {
+        store(dst, load<uint32_t>(src));
+        src += 4, dst += 4;
+    }
+    if (bytes & 2) {
+        store(dst, load<uint16_t>(src));
+        src += 2, dst += 2;
+    }
+    if (bytes & 1) *dst = *src;
+}
+
+// The first bytes of a lane; the others are 0.
+template <typename Lane>
+inline Lane loadPartial(const uint8_t* from, size_t bytes)
+{
+    uint8_t lane[Lane::size] = {};
+    copyFewBytes(from, lane, bytes);
+    return Lane::load(lane);
+}
+
+template <typename Lane>
+inline void storePartial(Lane value, uint8_t* to, size_t bytes)
+{
+    uint8_t lane[Lane::size];
+    value.store(lane);
+    copyFewBytes(lane, to, bytes);
+}
+
+}
+}
