@@ -79,11 +79,10 @@ TEST_P(Streaming, copiesAtEveryDistanceOfTheBand)
     }
 }
 
-// Products of 32 bits that wrap: height and width whose product is negative clear the flag, and the rows still arrive.
-TEST_P(Streaming, copiesRowsOfALargeProduct)
+TEST_P(Streaming, laterRowWinsWhereRowsOverlap)
 {
-    const Image<uint8_t> src(Shape{65536, 40}.withStep(128), 1, anyBits<uint8_t>);
-    const Image<uint8_t> dst(Shape{65536, 40}.withStep(64), 2, anyBits<uint8_t>);
+    const Image<uint8_t> src(Shape{8192, 40}.withStep(128), 1, anyBits<uint8_t>);
+    const Image<uint8_t> dst(Shape{8192, 40}.withStep(67), 2, anyBits<uint8_t>);
     agree(RUX_OPERATION(ruxiCopy_8u_C1R), src, src.step(), dst, dst.step(), dst.roi());
     agree(RUX_OPERATION(ruxiSet_8u_C1R), 7, dst, dst.step(), dst.roi());
 }

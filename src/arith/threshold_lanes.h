@@ -79,7 +79,7 @@ inline void thresholdLanes(const Pattern& pattern, const uint8_t* src, uint8_t* 
     if (at < bytes) pattern.put(dst + bytes - size, last);
 }
 
-template <typename Pattern, typename Lane, size_t pixelSize>
+template <typename Lane, size_t pixelSize, typename Pattern>
 inline void thresholdRowsInLanes(const RowPairs& rows, const Pattern& pattern)
 {
     const size_t bytes = static_cast<size_t>(rows.roiSize.width) * pixelSize;

@@ -64,6 +64,18 @@ HostState& HostState::flushDenormals()
     return *this;
 }
 
+bool HostState::isKept() const
+{
+    const HostState before;
+    uint16_t control;
+    __asm__ volatile("fldcw %1\n\tfnstcw %0\n\tfldcw %2" : "=m"(control) : "m"(x87Control), "m"(before.x87Control));
+    uint32_t taken = mxcsr;
+    if (processorHasVectorState()) {
+        __asm__ volatile("ldmxcsr %1\n\tstmxcsr %0\n\tldmxcsr %2" : "=m"(taken) : "m"(mxcsr), "m"(before.mxcsr));
+    }
+    return control == x87Control && taken == mxcsr;
+}
+
 std::string HostState::describe() const
 {
     char text[64];

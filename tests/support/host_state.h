@@ -21,6 +21,9 @@ struct HostState {
     HostState& vectorRounding(Rounding);
     HostState& flushDenormals();      // flush to zero; denormals are zero, where the processor knows that
 
+    // Whether this processor takes the state as it is: an emulated one may keep less.
+    bool isKept() const;
+
     std::string describe() const;
 };
 

@@ -1,0 +1,64 @@
+// Conversion between 8-bit and float images.
+//
+// The operations stand here once; each level's file gives the routines that convert a run, and LevelRounding: the
+// guard of the unit on which it rounds.
+#pragma once
+
+#include "frame/bytes.h"
+#include "frame/checks.h"
+#include "frame/rounding.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+// The streaming flag is for the level that decides by size.
+void floatsFromBytes(const uint8_t* src, uint8_t* dst, size_t elements, bool streaming);
+
+// x at or above 255 becomes 255, x at or below 0 becomes 0, any other is rounded.
+void bytesFromFloats(Rounding rounding, const uint8_t* src, uint8_t* dst, size_t elements);
+
+// Whether rows of floats and of bytes, of this width, follow each other without a gap.
+inline bool isContiguous(int32_t floatStep, int32_t byteStep, int32_t width)
+{
+    return byteStep == width && floatStep == int64_t{byteStep} * 4;
+}
+
+}
+
+ruxStatus RUXCALL ruxiConvert_8u32f_C1R(const uint8_t* src, int32_t srcStep, float* dst, int32_t dstStep,
+                                        ruxiSize roiSize)
+{
+    if (auto failure = firstFailure(pointers(src, dst), sizes(roiSize), steps(srcStep, dstStep))) return failure;
+
+    uint8_t* to = bytesOf(dst);
+    const size_t width = static_cast<size_t>(roiSize.width);
+    const size_t elements = width * static_cast<size_t>(roiSize.height);
+    if (isContiguous(dstStep, srcStep, roiSize.width)) {
+        floatsFromBytes(src, to, elements, elements > 52428);
+        return ruxStatusOk;
+    }
+    const bool streaming = elements > 104858 && width > 256;
+    for (int32_t y = 0; y < roiSize.height; ++y, src += srcStep, to += dstStep)
+        floatsFromBytes(src, to, width, streaming);
+    return ruxStatusOk;
+}
+
+ruxStatus RUXCALL ruxiConvert_32f8u_C1R(const float* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
+                                        ruxiSize roiSize, int32_t roundMode)
+{
+    if (auto failure = firstFailure(pointers(src, dst), sizes(roiSize), steps(srcStep, dstStep))) return failure;
+
+    const Rounding rounding = roundMode == 1 ? Rounding::nearest : Rounding::towardZero;
+    const LevelRounding guard(rounding);
+    const uint8_t* from = bytesOf(src);
+    size_t elements = static_cast<size_t>(roiSize.width);
+    int32_t rows = roiSize.height;
+    if (isContiguous(srcStep, dstStep, roiSize.width)) {
+        elements *= static_cast<size_t>(rows);
+        rows = 1;
+    }
+    for (; rows > 0; --rows, from += srcStep, dst += dstStep) bytesFromFloats(rounding, from, dst, elements);
+    return ruxStatusOk;
+}
+
+}
