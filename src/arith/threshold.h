@@ -5,6 +5,7 @@
 
 #include "frame/bytes.h"
 #include "frame/checks.h"
+#include "frame/float_environment.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -22,6 +23,29 @@ struct TravelAs<float> {
 };
 template <typename Element>
 using Carried = typename TravelAs<Element>::Type;
+
+template <typename Element>
+inline Element carried(Element element)
+{
+    return element;
+}
+
+inline uint32_t carried(const float& element)
+{
+    return bitsOf(element);
+}
+
+// What a carried element stands for in comparisons.
+template <typename Element>
+inline Element compared(Element element)
+{
+    return element;
+}
+
+inline float compared(uint32_t bits)
+{
+    return floatOf(bits);
+}
 
 template <typename Element>
 struct Band {
@@ -62,8 +86,8 @@ constexpr bool comparesBits = sizeof(Element) == 4 && layout == Layout::C1 && th
 template <typename Element, Layout layout>
 inline bool inOrder(const Band<Element>& band)
 {
-    const Element lower = load<Element>(&band.thresholdLT);
-    const Element upper = load<Element>(&band.thresholdGT);
+    const Element lower = compared(band.thresholdLT);
+    const Element upper = compared(band.thresholdGT);
     // Where pixels are compared by their bits a NaN is a threshold like any other.
     return comparesBits<Element, layout> ? !(lower > upper) : upper >= lower;
 }
@@ -72,8 +96,7 @@ template <typename Element>
 inline Band<Element> bandOf(const Element& thresholdLT, const Element& valueLT, const Element& thresholdGT,
                             const Element& valueGT)
 {
-    using Value = Carried<Element>;
-    return {load<Value>(&thresholdLT), load<Value>(&valueLT), load<Value>(&thresholdGT), load<Value>(&valueGT)};
+    return {carried(thresholdLT), carried(valueLT), carried(thresholdGT), carried(valueGT)};
 }
 
 template <typename Element>
@@ -162,8 +185,7 @@ ruxStatus RUXCALL ruxiThreshold_LTVal_32f_C1IR(float* srcDst, int32_t srcDstStep
     if (auto failure = firstFailure(pointers(srcDst), sizes(roiSize), steps(srcDstStep))) return failure;
 
     uint8_t* const image = bytesOf(srcDst);
-    thresholdRowsBelow({image, srcDstStep, image, srcDstStep, roiSize}, load<uint32_t>(&threshold),
-                       load<uint32_t>(&value));
+    thresholdRowsBelow({image, srcDstStep, image, srcDstStep, roiSize}, bitsOf(threshold), bitsOf(value));
     return ruxStatusOk;
 }
 

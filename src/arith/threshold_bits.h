@@ -14,7 +14,7 @@ enum class Signs { bothBelowZero, lowerBelowZero, noneBelowZero };
 // A threshold of -0.0 or NaN is not below zero.
 inline bool isBelowZero(uint32_t threshold)
 {
-    return load<float>(&threshold) < 0.0f;
+    return floatOf(threshold) < 0.0f;
 }
 
 template <Signs signs>

@@ -77,10 +77,12 @@ private:
     EightBytes value;
 };
 
-template <typename Pattern>
-void thresholdBits(const RowPairs& rows, const Pattern& pattern)
+// Not inlined: no MMX instruction may move up among the float comparisons of the thresholds.
+template <typename Pattern, typename... Thresholds>
+[[gnu::noinline]] void thresholdBits(const RowPairs& rows, Thresholds... thresholds)
 {
-    thresholdRowsInLanes<EightBytes, sizeof(float)>(rows, pattern);
+    const MmxState state;
+    thresholdRowsInLanes<EightBytes, sizeof(float)>(rows, Pattern(thresholds...));
 }
 
 template <typename Element, Layout layout>
@@ -89,8 +91,7 @@ void thresholdRows(const RowPairs& rows, const Band<Element>* bands)
     if constexpr (comparesBits<Element, layout>) {
         const Band<float> band = bands[0];
         chooseSigns(band.thresholdLT, band.thresholdGT, [&](auto signs) {
-            const MmxState state;
-            thresholdBits(rows, BitsPattern<decltype(signs)::value>(band));
+            thresholdBits<BitsPattern<decltype(signs)::value>>(rows, band);
         });
     } else if constexpr (sizeof(Element) == sizeof(float)) {
         thresholdElements<Element, layout>(rows, bands);
@@ -103,8 +104,7 @@ void thresholdRows(const RowPairs& rows, const Band<Element>* bands)
 void thresholdRowsBelow(const RowPairs& rows, uint32_t threshold, uint32_t value)
 {
     chooseSign(threshold, [&](auto signs) {
-        const MmxState state;
-        thresholdBits(rows, LowerBitsPattern<decltype(signs)::value>(threshold, value));
+        thresholdBits<LowerBitsPattern<decltype(signs)::value>>(rows, threshold, value);
     });
 }
 

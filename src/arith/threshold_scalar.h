@@ -10,9 +10,9 @@ namespace {
 template <typename Element>
 inline Carried<Element> choose(Carried<Element> x, const Band<Element>& band)
 {
-    const Element element = load<Element>(&x);
-    if (element > load<Element>(&band.thresholdGT)) return band.valueGT;
-    if (!(element >= load<Element>(&band.thresholdLT))) return band.valueLT;
+    const Element element = compared(x);
+    if (element > compared(band.thresholdGT)) return band.valueGT;
+    if (!(element >= compared(band.thresholdLT))) return band.valueLT;
     return x;
 }
 

@@ -32,6 +32,39 @@ struct InterleavedRow {
     Chroma loneChroma() const { return {pairs[1], pairs[-1]}; }
 };
 
+// The strides of the planes, in bytes.
+struct PlaneSteps {
+    ptrdiff_t luma, u, v;
+};
+
+inline PlanarRow nextRow(PlanarRow row, PlaneSteps steps)
+{
+    return {row.luma + steps.luma, row.u + steps.u, row.v + steps.v};
+}
+
+// Two rows of luma over one of chroma.
+struct PlanarRowPair {
+    PlanarRow upper;
+    const uint8_t* lowerLuma;
+
+    PlanarRowPair at(size_t evenX) const { return {upper.at(evenX), lowerLuma + evenX}; }
+};
+
+struct RgbRow {
+    uint8_t* pixels;
+
+    template <typename Layout>
+    RgbRow at(size_t x) const { return {pixels + x * Layout::pixelBytes}; }
+};
+
+struct RgbRowPair {
+    uint8_t* upper;
+    uint8_t* lower;
+
+    template <typename Layout>
+    RgbRowPair at(size_t x) const { return {upper + x * Layout::pixelBytes, lower + x * Layout::pixelBytes}; }
+};
+
 // R, G, B.
 struct Rgb24 {
     static constexpr size_t pixelBytes = 3;

@@ -49,38 +49,41 @@ inline void storePixel(Rgb0, ClampedRgb pixel, uint8_t* to)
 }
 
 template <const ScalarMatrix& matrix, typename Layout, typename Row>
-inline void convertPairs(Row src, uint8_t* dst, size_t pixels)
+inline void convertPairs(Row src, RgbRow dst, size_t pixels)
 {
-    for (size_t x = 0; x + 2 <= pixels; x += 2, src = src.at(2), dst += 2 * Layout::pixelBytes) {
+    for (size_t x = 0; x + 2 <= pixels; x += 2, src = src.at(2), dst = dst.template at<Layout>(2)) {
         const Rgb chroma = chromaSums<matrix>(src.pairChroma());
-        storePixel(Layout(), convertPixel<matrix>(src.lumaAt(0), chroma), dst);
-        storePixel(Layout(), convertPixel<matrix>(src.lumaAt(1), chroma), dst + Layout::pixelBytes);
+        storePixel(Layout(), convertPixel<matrix>(src.lumaAt(0), chroma), dst.pixels);
+        storePixel(Layout(), convertPixel<matrix>(src.lumaAt(1), chroma), dst.pixels + Layout::pixelBytes);
     }
 }
 
 template <const ScalarMatrix& matrix, typename Layout, typename Row>
-inline void convertLone(Row src, uint8_t* dst)
+inline void convertLone(Row src, RgbRow dst)
 {
-    storePixel(Layout(), convertPixel<matrix>(src.lumaAt(0), chromaSums<matrix>(src.loneChroma())), dst);
+    storePixel(Layout(), convertPixel<matrix>(src.lumaAt(0), chromaSums<matrix>(src.loneChroma())), dst.pixels);
 }
 
 // Pairs, and a lone last pixel where the number is odd.
 template <const ScalarMatrix& matrix, typename Layout, typename Row>
-inline void convertPixels(Row src, uint8_t* dst, size_t pixels)
+inline void convertPixels(Row src, RgbRow dst, size_t pixels)
 {
     const size_t paired = pixels & ~size_t(1);
     convertPairs<matrix, Layout>(src, dst, paired);
-    if (pixels != paired) convertLone<matrix, Layout>(src.at(paired), dst + paired * Layout::pixelBytes);
+    if (pixels != paired) convertLone<matrix, Layout>(src.at(paired), dst.template at<Layout>(paired));
 }
 
-// The two rows of a 4:2:0 pair, which share their chroma.
+// Blocks of two rows that share their chroma, and a lone last column where the number is odd.
 template <const ScalarMatrix& matrix, typename Layout>
-inline void convertRowPair(PlanarRow src, const uint8_t* lowerLuma, uint8_t* dst, uint8_t* lowerDst, size_t pixels)
+inline void convertPixels(PlanarRowPair src, RgbRowPair dst, size_t pixels)
 {
-    for (size_t x = 0; x < pixels; ++x) {
-        const Rgb chroma = chromaSums<matrix>({src.u[x / 2], src.v[x / 2]});
-        storePixel(Layout(), convertPixel<matrix>(src.luma[x], chroma), dst + x * Layout::pixelBytes);
-        storePixel(Layout(), convertPixel<matrix>(lowerLuma[x], chroma), lowerDst + x * Layout::pixelBytes);
+    for (size_t x = 0; x < pixels; x += 2, src = src.at(2), dst = dst.template at<Layout>(2)) {
+        const Rgb chroma = chromaSums<matrix>(src.upper.pairChroma());
+        storePixel(Layout(), convertPixel<matrix>(src.upper.luma[0], chroma), dst.upper);
+        storePixel(Layout(), convertPixel<matrix>(src.lowerLuma[0], chroma), dst.lower);
+        if (pixels - x < 2) return;
+        storePixel(Layout(), convertPixel<matrix>(src.upper.luma[1], chroma), dst.upper + Layout::pixelBytes);
+        storePixel(Layout(), convertPixel<matrix>(src.lowerLuma[1], chroma), dst.lower + Layout::pixelBytes);
     }
 }
 

@@ -3,7 +3,7 @@
 
 #include "colour/clamp_compare.h"
 #include "frame/mmx_state.h"
-#include "lanes/pixel_words4.h"
+#include "lanes/pixel_words4_sse.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -16,11 +16,8 @@ public:
     ~StreamedRowState() { _mm_sfence(); }
 };
 
-constexpr size_t readAhead = 32;
-
-// How far the first bytes of a coming block are asked for in advance.
-template <size_t distance = readAhead>
-inline void prefetch(const uint8_t* from)
+// Asks for bytes of blocks to come.
+inline void prefetch(const uint8_t* from, size_t distance = 32)
 {
     _mm_prefetch(reinterpret_cast<const char*>(from) + distance, _MM_HINT_T0);
 }

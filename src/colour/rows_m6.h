@@ -3,10 +3,12 @@
 
 #include "colour/rgb_scalar.h"
 #include "frame/mmx_state.h"
+#include "lanes/pixel_words4.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
 
+using Words = SaturatingWords4;
 using RowState = MmxState;
 using StreamedRowState = RowState;
 
@@ -16,6 +18,11 @@ inline ClampedRgb clamped(Rgb pixel)
     const __m64 words = _mm_packs_pi32(_mm_set_pi32(pixel.green, pixel.red), _mm_cvtsi32_si64(pixel.blue));
     const uint32_t bytes = static_cast<uint32_t>(_mm_cvtsi64_si32(_mm_packs_pu16(words, words)));
     return {static_cast<uint8_t>(bytes), static_cast<uint8_t>(bytes >> 8), static_cast<uint8_t>(bytes >> 16)};
+}
+
+// MMX has no prefetch.
+inline void prefetch(const uint8_t*, size_t = 0)
+{
 }
 
 }

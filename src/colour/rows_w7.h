@@ -17,8 +17,7 @@ struct RowState {
 using StreamedRowState = RowState;
 
 // The processor's own prefetch does better.
-template <size_t = 0>
-inline void prefetch(const uint8_t*)
+inline void prefetch(const uint8_t*, size_t = 0)
 {
 }
 

@@ -10,6 +10,30 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
+// The bits of a float argument. In 32-bit builds they are read where the caller has put them, in an instruction of
+// their own: a compiler may lead any other read over the floating-point stack, where a signalling NaN becomes quiet.
+inline uint32_t bitsOf(const float& argument)
+{
+    uint32_t bits;
+#ifdef __i386__
+    asm("movl %1, %0" : "=r"(bits) : "m"(argument));
+#else
+    __builtin_memcpy(&bits, &argument, sizeof bits);
+#endif
+    return bits;
+}
+
+// The float of bits that are also moved: the compiler must not take the one for the other and move the float.
+inline float floatOf(uint32_t bits)
+{
+#ifdef __i386__
+    asm("" : "+r"(bits));
+#endif
+    float value;
+    __builtin_memcpy(&value, &bits, sizeof value);
+    return value;
+}
+
 #ifndef __SSE2__   // not FLT_EVAL_METHOD: Clang reports 0 with SSE alone, where doubles are still on the stack
 class StackPrecision {
 public:

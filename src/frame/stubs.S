@@ -73,6 +73,16 @@ _\name\()@\bytes:
 #define OPERATION(name, bytes, form) operation name, bytes
 #include "frame/operations.def"
 
+        // A host that links the static library gets the load along with its first stub.
+#if defined(__x86_64__)
+        .reloc  ., R_X86_64_NONE, ruxAttach
+#elif defined(__ELF__)
+        .reloc  ., R_386_NONE, ruxAttach
+#else
+        .section .rdata, "dr"
+        .long   _ruxAttach
+#endif
+
 #if defined(__ELF__)
         .section .note.GNU-stack, "", @progbits
 #endif

@@ -13,21 +13,11 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-// A factor that is not a number counts as a reduction at w7 alone.
-inline bool isReduction(double factor)
+// Supersampling serves reductions on both axes alone.
+inline ruxStatus interpolationMode(ruxInterpolation mode, double xFactor, double yFactor)
 {
-    return thisLevel == w7::number ? !(factor >= 1.0) : factor < 1.0;
-}
-
-inline bool takesSuperSampling(double xFactor, double yFactor, ruxInterpolation interpolation)
-{
-    return interpolation == ruxInterpolationSuperSample && isReduction(xFactor) && isReduction(yFactor);
-}
-
-inline ruxStatus interpolationMode(ruxInterpolation mode, bool superSamples)
-{
-    return require(superSamples || mode == ruxInterpolationNearest || mode == ruxInterpolationLinear ||
-                       mode == ruxInterpolationCubic,
+    return require(mode == ruxInterpolationNearest || mode == ruxInterpolationLinear || mode == ruxInterpolationCubic ||
+                       (mode == ruxInterpolationSuperSample && xFactor < 1.0 && yFactor < 1.0),
                    ruxStatusInterpolationMode);
 }
 
@@ -44,25 +34,14 @@ inline ruxInterpolation effectiveMode(ruxInterpolation mode, ruxiSize image)
     return mode;
 }
 
-}
-
-ruxStatus RUXCALL ruxiResize_8u_C1R(const uint8_t* src, ruxiSize srcSize, int32_t srcStep, ruxiRect srcRoi,
-                                    uint8_t* dst, int32_t dstStep, ruxiSize dstRoiSize, double xFactor, double yFactor,
-                                    ruxInterpolation interpolation)
+// What the checks have let through. Not inlined: with -mfpmath=387 a conversion to an integer puts back the control word
+// that its own function began with, so no conversion may stand in the function that sets the precision.
+[[gnu::noinline]] ruxStatus resize(const uint8_t* src, ruxiSize srcSize, int32_t srcStep, ruxiRect srcRoi, uint8_t* dst,
+                                   int32_t dstStep, ruxiSize dstRoiSize, double xFactor, double yFactor,
+                                   ruxInterpolation interpolation)
 {
-    const DoublePrecision precision;
-    const bool superSamples = takesSuperSampling(xFactor, yFactor, interpolation);
-    const ruxiSize srcRoiSize = {srcRoi.width, srcRoi.height};
-
-    if (auto failure = firstFailure(pointers(src, dst), sizes(srcSize), steps(srcStep, dstStep),
-                                    require(srcRoi.x >= 0 && srcRoi.y >= 0, ruxStatusSizeError),
-                                    sizes(srcRoiSize, dstRoiSize), startsInside(srcRoi, srcSize),
-                                    require(xFactor > 0.0 && yFactor > 0.0, ruxStatusResizeFactor),
-                                    interpolationMode(interpolation, superSamples)))
-        return failure;
-
     const uint8_t* const origin = src + static_cast<ptrdiff_t>(srcRoi.y) * srcStep + srcRoi.x;
-    if (superSamples) {
+    if (interpolation == ruxInterpolationSuperSample) {
         const Reduction reduction = {
             layReducedAxis(trimmedLength(srcRoi.x, srcRoi.width, srcSize.width), xFactor, dstRoiSize.width),
             layReducedAxis(trimmedLength(srcRoi.y, srcRoi.height, srcSize.height), yFactor, dstRoiSize.height),
@@ -77,6 +56,25 @@ ruxStatus RUXCALL ruxiResize_8u_C1R(const uint8_t* src, ruxiSize srcSize, int32_
     if (isNearest) return resizeNearest(x, y, origin, srcStep, dst, dstStep);
     if (mode == ruxInterpolationLinear) return resizeLinear(x, y, origin, srcStep, dst, dstStep);
     return resizeCubic(x, y, origin, srcStep, dst, dstStep);
+}
+
+}
+
+ruxStatus RUXCALL ruxiResize_8u_C1R(const uint8_t* src, ruxiSize srcSize, int32_t srcStep, ruxiRect srcRoi,
+                                    uint8_t* dst, int32_t dstStep, ruxiSize dstRoiSize, double xFactor, double yFactor,
+                                    ruxInterpolation interpolation)
+{
+    const ruxiSize srcRoiSize = {srcRoi.width, srcRoi.height};
+
+    if (auto failure = firstFailure(pointers(src, dst), sizes(srcSize), steps(srcStep, dstStep),
+                                    require(srcRoi.x >= 0 && srcRoi.y >= 0, ruxStatusSizeError),
+                                    sizes(srcRoiSize, dstRoiSize), startsInside(srcRoi, srcSize),
+                                    require(xFactor > 0.0 && yFactor > 0.0, ruxStatusResizeFactor),
+                                    interpolationMode(interpolation, xFactor, yFactor)))
+        return failure;
+
+    const DoublePrecision precision;
+    return resize(src, srcSize, srcStep, srcRoi, dst, dstStep, dstRoiSize, xFactor, yFactor, interpolation);
 }
 
 }

@@ -35,13 +35,13 @@ inline CubicTerms loadTerms(const uint8_t* src, const int32_t* offsets)
     return {_mm_cvtpu16_ps(a), _mm_cvtpi16_ps(e1), _mm_cvtpi16_ps(e2), _mm_cvtpi16_ps(e3)};
 }
 
-void scaleRowCubic(const uint8_t* src, const int32_t* offsets, const float* fractions, float* row, int32_t width)
+[[gnu::noinline]] void scaleRowCubic(const uint8_t* src, const int32_t* offsets, const float* fractions, float* row, int32_t width)
 {
     const MmxState state;
     scaleRowByFours(src, offsets, fractions, row, width);
 }
 
-void combineBlocks(CubicRows& rows, float fraction, uint8_t* dst, int32_t width)
+[[gnu::noinline]] void combineBlocks(CubicRows& rows, float fraction, uint8_t* dst, int32_t width)
 {
     const MmxState state;
     const CubicFactors at = columnBlockFactors(all(fraction));
@@ -50,6 +50,35 @@ void combineBlocks(CubicRows& rows, float fraction, uint8_t* dst, int32_t width)
         const __m64 words = _mm_packs_pi32(_mm_cvtps_pi32(value), _mm_cvtps_pi32(_mm_movehl_ps(value, value)));
         store(dst + j, _mm_cvtsi64_si32(_mm_packs_pu16(words, words)));
     }
+}
+
+[[gnu::noinline]] void addRows(float* sums, const uint8_t* src, int32_t srcStep, int32_t rows, int32_t columns)
+{
+    const MmxState state;
+    for (; rows > 0; --rows, src += srcStep) {
+        int32_t j = 0;
+        for (; j + 4 <= columns; j += 4) {
+            const __m64 words = _mm_unpacklo_pi8(_mm_cvtsi32_si64(load<int32_t>(src + j)), _mm_setzero_si64());
+            _mm_store_ps(sums + j, _mm_add_ps(_mm_load_ps(sums + j), _mm_cvtpu16_ps(words)));
+        }
+        for (; j < columns; ++j)
+            _mm_store_ss(sums + j, _mm_add_ss(_mm_load_ss(sums + j), _mm_cvtsi32_ss(_mm_setzero_ps(), src[j])));
+    }
+}
+
+void addWeightedRow(float* sums, const uint8_t* src, double weight, int32_t columns)
+{
+    addWeightedPixels(sums, src, weight, 0, columns);
+}
+
+void writeMeans(const uint32_t* sums, double norm, uint8_t* dst, int32_t width)
+{
+    writeMeansSingly(sums, norm, dst, 0, width);
+}
+
+void writeMeans(const float* sums, double norm, uint8_t* dst, int32_t width)
+{
+    writeMeansSingly(sums, norm, dst, 0, width);
 }
 
 }

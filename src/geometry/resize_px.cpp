@@ -21,5 +21,21 @@ void blendRowsLinear(const uint16_t* upper, const uint16_t* lower, uint16_t weig
         dst[j] = static_cast<uint8_t>((lower[j] * weight + upper[j] * upperWeight + 0x80000) >> 20);
 }
 
+void addRows(uint32_t* sums, const uint8_t* src, int32_t srcStep, int32_t rows, int32_t columns)
+{
+    for (; rows > 0; --rows, src += srcStep)
+        for (int32_t j = 0; j < columns; ++j) sums[j] += src[j];
+}
+
+void compactWhole(uint32_t* sums, int32_t columns, int32_t whole, int32_t boxes)
+{
+    for (int32_t k = 0, first = 0; k < boxes && first < columns; ++k) {
+        const int32_t end = whole < columns - first ? first + whole : columns;
+        uint32_t sum = 0;
+        for (; first < end; ++first) sum += sums[first];
+        sums[k] = sum;
+    }
+}
+
 }
 }

@@ -1,16 +1,16 @@
 // What pixel formats ask of four words in an MMX register: bytes widened, packed, interleaved by two and by three.
 //
-// The same vocabulary as lanes/pixel_words8.h; the unsigned product and the streaming store are of SSE.
+// The same vocabulary as lanes/pixel_words8.h.
 #pragma once
 
-#include <xmmintrin.h>
+#include <mmintrin.h>
 
 #include "lanes/saturating_words4.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
 
-inline SaturatingWords4 loadHalf(const uint8_t* from, SaturatingWords4*)
+inline SaturatingWords4 loadHalf(const uint8_t* from)
 {
     return {_mm_cvtsi32_si64(load<int32_t>(from))};
 }
@@ -73,17 +73,36 @@ inline SaturatingWords4 highProduct(SaturatingWords4 a, SaturatingWords4 b)
     return {_mm_mulhi_pi16(a.value, b.value)};
 }
 
-inline SaturatingWords4 highProductUnsigned(SaturatingWords4 a, uint16_t factor)
+// Neighbouring words multiplied and added to double words: a0 b0 + a1 b1.
+inline SaturatingWords4 multiplyAddPairs(SaturatingWords4 a, SaturatingWords4 b)
 {
-    return {_mm_mulhi_pu16(a.value, _mm_set1_pi16(static_cast<int16_t>(factor)))};
+    return {_mm_madd_pi16(a.value, b.value)};
+}
+
+inline SaturatingWords4 doubleWordSum(SaturatingWords4 a, SaturatingWords4 b)
+{
+    return {_mm_add_pi32(a.value, b.value)};
+}
+
+template <int bits>
+inline SaturatingWords4 doubleWordsShiftedRight(SaturatingWords4 a)
+{
+    return {_mm_srai_pi32(a.value, bits)};
+}
+
+// Double words clamped to words.
+inline SaturatingWords4 packWords(SaturatingWords4 a, SaturatingWords4 b)
+{
+    return {_mm_packs_pi32(a.value, b.value)};
+}
+
+inline SaturatingWords4 broadcastPair(int16_t first, int16_t second)
+{
+    return {_mm_set_pi16(second, first, second, first)};
 }
 
 struct OrdinaryStores {
     static void put(SaturatingWords4 a, uint8_t* to) { a.store(to); }
-};
-
-struct StreamingStores {
-    static void put(SaturatingWords4 a, uint8_t* to) { _mm_stream_pi(reinterpret_cast<__m64*>(to), a.value); }
 };
 
 // x0 y0 z0 x1 y1 z1 ... x3 y3 z3. Seen as double words of neighbours (xy = x y, zx = z x', yz = y z), it is
@@ -103,12 +122,12 @@ inline void storeTriples(SaturatingWords4 x, SaturatingWords4 y, SaturatingWords
     Stores::put({_mm_unpacklo_pi32(zxHigh, _mm_srli_si64(yzHigh, 32))}, to + 16);
 }
 
-struct WordTriples4 {
+struct WordTriples {
     SaturatingWords4 x, y, z;
 };
 
 // The opposite of storeTriples: four quads of x y z and a word that does not matter, transposed.
-inline WordTriples4 loadTriples(const uint8_t* from, SaturatingWords4*)
+inline WordTriples loadTriples(const uint8_t* from)
 {
     const __m64 quad0 = load<__m64>(from);
     const __m64 quad1 = load<__m64>(from + 6);

@@ -8,7 +8,7 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-inline SaturatingWords8 loadHalf(const uint8_t* from, SaturatingWords8*)
+inline SaturatingWords8 loadHalf(const uint8_t* from)
 {
     return {_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from))};
 }
@@ -76,6 +76,34 @@ inline SaturatingWords8 highProductUnsigned(SaturatingWords8 a, uint16_t factor)
     return {_mm_mulhi_epu16(a.value, _mm_set1_epi16(static_cast<int16_t>(factor)))};
 }
 
+// Neighbouring words multiplied and added to double words: a0 b0 + a1 b1.
+inline SaturatingWords8 multiplyAddPairs(SaturatingWords8 a, SaturatingWords8 b)
+{
+    return {_mm_madd_epi16(a.value, b.value)};
+}
+
+inline SaturatingWords8 doubleWordSum(SaturatingWords8 a, SaturatingWords8 b)
+{
+    return {_mm_add_epi32(a.value, b.value)};
+}
+
+template <int bits>
+inline SaturatingWords8 doubleWordsShiftedRight(SaturatingWords8 a)
+{
+    return {_mm_srai_epi32(a.value, bits)};
+}
+
+// Double words clamped to words.
+inline SaturatingWords8 packWords(SaturatingWords8 a, SaturatingWords8 b)
+{
+    return {_mm_packs_epi32(a.value, b.value)};
+}
+
+inline SaturatingWords8 broadcastPair(int16_t first, int16_t second)
+{
+    return {_mm_set_epi16(second, first, second, first, second, first, second, first)};
+}
+
 struct OrdinaryStores {
     static void put(SaturatingWords8 a, uint8_t* to) { a.store(to); }
 };
@@ -115,12 +143,12 @@ inline void storeTriples(SaturatingWords8 x, SaturatingWords8 y, SaturatingWords
     Stores::put({_mm_castps_si128(third)}, to + 32);
 }
 
-struct WordTriples8 {
+struct WordTriples {
     SaturatingWords8 x, y, z;
 };
 
 // The opposite of storeTriples: eight quads of x y z and a word that does not matter, transposed.
-inline WordTriples8 loadTriples(const uint8_t* from, SaturatingWords8*)
+inline WordTriples loadTriples(const uint8_t* from)
 {
     const auto quad = [from](int index) {
         return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from + index * 6));

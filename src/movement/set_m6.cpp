@@ -1,33 +1,14 @@
 // Fill in 8-byte MMX moves with ordinary stores.
-#include "frame/mmx_state.h"
-#include "movement/fill_pattern.h"
+#include "movement/run_fill_mmx.h"
 #include "movement/set.h"
 
 namespace rux::m6 {
 namespace {
 
-inline __m64 pattern64(uint32_t pattern)
-{
-    return _mm_set1_pi32(static_cast<int32_t>(pattern));
-}
-
 template <typename Element>
 void fillRun(uint8_t* dst, Element value, size_t bytes, bool)
 {
-    const MmxState state;
-    uint32_t pattern = pattern32(value);
-    if (bytes >= 64) {
-        store(dst, pattern64(pattern));
-        const size_t head = bytesToBoundary(dst, 8);
-        pattern = pattern32After(pattern, head);
-        dst += head, bytes -= head;
-
-        const __m64 eight = pattern64(pattern);
-        for (; bytes >= 64; dst += 64, bytes -= 64)
-            for (int at = 0; at < 64; at += 8) store(dst + at, eight);
-    }
-    for (const __m64 eight = pattern64(pattern); bytes >= 8; dst += 8, bytes -= 8) store(dst, eight);
-    fillSmall(dst, pattern, bytes);
+    fillBytes(dst, value, bytes);
 }
 
 }

@@ -1,5 +1,5 @@
 // Inverse DCT in MMX, with the word shuffle and the byte minimum and maximum of SSE.
-#include "lanes/four_saturating_words_a6.h"
+#include "lanes/saturating_words4_a6.h"
 #include "video/inverse_dct_mmx.h"
 
 namespace rux::a6 {

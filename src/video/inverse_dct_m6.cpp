@@ -1,5 +1,5 @@
 // Inverse DCT in MMX alone.
-#include "lanes/four_saturating_words_m6.h"
+#include "lanes/saturating_words4_m6.h"
 #include "video/inverse_dct_mmx.h"
 
 namespace rux::m6 {

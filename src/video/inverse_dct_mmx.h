@@ -2,7 +2,7 @@
 #pragma once
 
 #include "frame/mmx_state.h"
-#include "lanes/four_saturating_words.h"
+#include "lanes/saturating_words4.h"
 #include "video/inverse_dct.h"
 #include "video/inverse_dct_columns.h"
 #include "video/inverse_dct_rows.h"
@@ -10,7 +10,7 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-FourSaturatingWords reversed(FourSaturatingWords words);
+SaturatingWords4 reversed(SaturatingWords4 words);
 
 // Unsigned bytes raised to clipMin, then lowered to clipMax.
 __m64 clamped(__m64 bytes, __m64 clipMin, __m64 clipMax);
@@ -46,7 +46,7 @@ inline void inverseRow(const uint8_t* from, uint8_t* to, int row)
         differences[half] = _mm_srai_pi32(_mm_sub_pi32(even, odd), 12);
     }
     store(to, _mm_packs_pi32(sums[0], sums[1]));
-    reversed(FourSaturatingWords{_mm_packs_pi32(differences[0], differences[1])}).store(to + 8);
+    reversed(SaturatingWords4{_mm_packs_pi32(differences[0], differences[1])}).store(to + 8);
 }
 
 void inverseTransform(const uint8_t* coefficients, uint8_t* dst, ptrdiff_t stride)
@@ -54,8 +54,8 @@ void inverseTransform(const uint8_t* coefficients, uint8_t* dst, ptrdiff_t strid
     for (int row = 0; row < 8; ++row) inverseRow(coefficients + 16 * row, dst + row * stride, row);
 
     for (int half = 0; half < 16; half += 8) {
-        FourSaturatingWords rows[8];
-        for (int row = 0; row < 8; ++row) rows[row] = FourSaturatingWords::load(dst + row * stride + half);
+        SaturatingWords4 rows[8];
+        for (int row = 0; row < 8; ++row) rows[row] = SaturatingWords4::load(dst + row * stride + half);
         inverseColumns(rows);
         for (int row = 0; row < 8; ++row) rows[row].store(dst + row * stride + half);
     }

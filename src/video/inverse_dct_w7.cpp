@@ -1,5 +1,5 @@
 // Inverse DCT in SSE2: all rows, then all columns, without leaving the registers.
-#include "lanes/eight_saturating_words.h"
+#include "lanes/saturating_words8.h"
 #include "video/inverse_dct.h"
 #include "video/inverse_dct_columns.h"
 #include "video/inverse_dct_rows.h"
@@ -13,9 +13,9 @@ inline __m128i factorsAt(const int16_t* factors)
 }
 
 template <int row>
-inline EightSaturatingWords inverseRow(const uint8_t* coefficients)
+inline SaturatingWords8 inverseRow(const uint8_t* coefficients)
 {
-    const __m128i x = EightSaturatingWords::load(coefficients + 16 * row).value;
+    const __m128i x = SaturatingWords8::load(coefficients + 16 * row).value;
     const __m128i x0213 = _mm_shufflelo_epi16(x, _MM_SHUFFLE(3, 1, 2, 0));
     const __m128i pairs = _mm_shufflehi_epi16(x0213, _MM_SHUFFLE(3, 1, 2, 0));   // x0 x2 x1 x3 x4 x6 x5 x7
     const __m128i x02 = _mm_shuffle_epi32(pairs, _MM_SHUFFLE(0, 0, 0, 0));
@@ -39,7 +39,7 @@ template <typename Put>
 inline void inverseTransform(const int16_t* src, Put put)
 {
     const uint8_t* const coefficients = bytesOf(src);
-    EightSaturatingWords rows[8] = {
+    SaturatingWords8 rows[8] = {
         inverseRow<0>(coefficients), inverseRow<1>(coefficients), inverseRow<2>(coefficients),
         inverseRow<3>(coefficients), inverseRow<4>(coefficients), inverseRow<5>(coefficients),
         inverseRow<6>(coefficients), inverseRow<7>(coefficients),
@@ -50,7 +50,7 @@ inline void inverseTransform(const int16_t* src, Put put)
 
 void inverseToWords(const int16_t* coefficients, uint8_t* dst, ptrdiff_t stride)
 {
-    inverseTransform(coefficients, [&](EightSaturatingWords row) {
+    inverseTransform(coefficients, [&](SaturatingWords8 row) {
         row.store(dst);
         dst += stride;
     });
@@ -64,7 +64,7 @@ inline void putBytes(uint8_t*& dst, ptrdiff_t stride, __m128i bytes)
 
 void inverseToBytes(const int16_t* coefficients, uint8_t* dst, ptrdiff_t stride)
 {
-    inverseTransform(coefficients, [&](EightSaturatingWords row) {
+    inverseTransform(coefficients, [&](SaturatingWords8 row) {
         putBytes(dst, stride, _mm_packus_epi16(row.value, row.value));
     });
 }
@@ -72,18 +72,18 @@ void inverseToBytes(const int16_t* coefficients, uint8_t* dst, ptrdiff_t stride)
 // The shift wraps in 16 bits. The whole byte range needs no clamp beyond the packing's own.
 void inverseToShiftedBytes(const int16_t* coefficients, uint8_t* dst, ptrdiff_t stride, LevelShift level)
 {
-    const EightSaturatingWords shift = EightSaturatingWords::broadcast(level.shift);
-    const auto shifted = [shift](EightSaturatingWords row) {
+    const SaturatingWords8 shift = SaturatingWords8::broadcast(level.shift);
+    const auto shifted = [shift](SaturatingWords8 row) {
         const __m128i words = wrappingSum(row, shift).value;
         return _mm_packus_epi16(words, words);
     };
     if (level.clipMin == 0 && level.clipMax == 255) {
-        inverseTransform(coefficients, [&](EightSaturatingWords row) { putBytes(dst, stride, shifted(row)); });
+        inverseTransform(coefficients, [&](SaturatingWords8 row) { putBytes(dst, stride, shifted(row)); });
         return;
     }
     const __m128i low = _mm_set1_epi8(static_cast<char>(level.clipMin));
     const __m128i high = _mm_set1_epi8(static_cast<char>(level.clipMax));
-    inverseTransform(coefficients, [&](EightSaturatingWords row) {
+    inverseTransform(coefficients, [&](SaturatingWords8 row) {
         putBytes(dst, stride, _mm_min_epu8(_mm_max_epu8(shifted(row), low), high));
     });
 }

@@ -3,25 +3,26 @@
 namespace rux::model {
 namespace {
 
-// One operation, rounded once. Operands are volatile: a compiler may not fold x - 0.0 or x * 1.0, which make a
-// signalling NaN quiet.
+// One operation, rounded once.
 struct Add {
     static constexpr float neutral = 0.0f;
-    static float apply(volatile float srcDst, volatile float src) { return srcDst + src; }
+    static float apply(float srcDst, float src) { return srcDst + src; }
 };
 struct Sub {
     static constexpr float neutral = 0.0f;
-    static float apply(volatile float srcDst, volatile float src) { return srcDst - src; }
+    static float apply(float srcDst, float src) { return srcDst - src; }
 };
 struct Mul {
     static constexpr float neutral = 1.0f;
-    static float apply(volatile float srcDst, volatile float src) { return srcDst * src; }
+    static float apply(float srcDst, float src) { return srcDst * src; }
 };
 
+// The operand is volatile: a compiler may not fold x - 0.0 or x * 1.0, which make a signalling NaN quiet.
 template <class Arithmetic>
 void applyTo(float* srcDst, float src)
 {
-    store(srcDst, Arithmetic::apply(load<float>(srcDst), src));
+    const volatile float operand = src;
+    store(srcDst, Arithmetic::apply(load<float>(srcDst), operand));
 }
 
 bool isEmpty(ruxiSize size)

@@ -14,6 +14,14 @@ namespace {
 RUX_PER_THREAD bool insideLibrary = false;
 std::atomic<int> blocks{0}, asked{0};
 std::atomic<int> untilRefusal{0};   // 1: the next allocation is refused; 0 and below: none
+StandInAllocator* standIn = nullptr;
+
+// The time in a stand-in is not the library's.
+class OutsideLibrary {
+public:
+    OutsideLibrary() { insideLibrary = false; }
+    ~OutsideLibrary() { insideLibrary = true; }
+};
 
 }
 
@@ -46,6 +54,16 @@ RefusedAllocation::~RefusedAllocation()
 bool RefusedAllocation::happened() const
 {
     return untilRefusal <= 0;
+}
+
+StandInAllocator::StandInAllocator()
+{
+    standIn = this;
+}
+
+StandInAllocator::~StandInAllocator()
+{
+    standIn = nullptr;
 }
 
 void forEachRefusal(int allocations, const std::function<void(bool refused)>& action)
@@ -85,15 +103,20 @@ void* __wrap_malloc(size_t bytes)
     if (!insideLibrary) return __real_malloc(bytes);
     asked++;
     if (untilRefusal-- == 1) return nullptr;
-    void* const block = __real_malloc(bytes);
+    const OutsideLibrary outside;
+    void* const block = standIn ? standIn->allocate(bytes) : __real_malloc(bytes);
     if (block) blocks++;
     return block;
 }
 
 void __wrap_free(void* block)
 {
-    if (block && rux::test::insideLibrary) rux::test::blocks--;
-    __real_free(block);
+    using namespace rux::test;
+    if (!insideLibrary) return __real_free(block);
+    const OutsideLibrary outside;
+    if (block) blocks--;
+    if (standIn) standIn->release(block);
+    else __real_free(block);
 }
 
 }

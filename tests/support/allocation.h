@@ -6,6 +6,7 @@
 // LevelTest fails a test that leaves blocks of the library unfreed.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 
 namespace rux::test {
@@ -23,6 +24,15 @@ public:
     explicit RefusedAllocation(int number);
     ~RefusedAllocation();
     bool happened() const;
+};
+
+// While it lives, the library's malloc and free come here instead.
+class StandInAllocator {
+public:
+    StandInAllocator();
+    virtual ~StandInAllocator();
+    virtual void* allocate(size_t bytes) = 0;
+    virtual void release(void* block) = 0;
 };
 
 // Runs an action that makes `allocations` allocations when none is refused, once for each of them refused. Fails where

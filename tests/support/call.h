@@ -33,7 +33,8 @@ template <class Result>
 Result resultFrom(uintptr_t word)
 {
     static_assert(!std::is_floating_point_v<Result>);
-    if constexpr (std::is_pointer_v<Result>) return reinterpret_cast<Result>(word);
+    if constexpr (std::is_void_v<Result>) return;
+    else if constexpr (std::is_pointer_v<Result>) return reinterpret_cast<Result>(word);
     else return static_cast<Result>(word);
 }
 

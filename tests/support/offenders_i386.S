@@ -1,17 +1,28 @@
 // See offenders.h.
+    // Windows: the callee pops its arguments, and their bytes stand in its name.
+    .macro label name bytes
 #ifdef _WIN32
-#define SYMBOL(name, bytes) _##name##@##bytes
-#define POP(bytes) ret $bytes
+    .globl _\name\()@\bytes
+_\name\()@\bytes:
 #else
-#define SYMBOL(name, bytes) name
-#define POP(bytes) ret
+    .globl \name
+\name:
 #endif
-#define FUNCTION(name)                  \
-    .globl SYMBOL(name, 20);            \
-    SYMBOL(name, 20):                   \
-    mov 4(%esp), %eax;                  \
+    .endm
+
+    .macro return bytes=20
+#ifdef _WIN32
+    ret $\bytes
+#else
+    ret
+#endif
+    .endm
+
+    .macro function name
+    label \name, 20
+    mov 4(%esp), %eax
     add 8(%esp), %eax
-#define RETURN POP(20)
+    .endm
 
     .text
 
@@ -21,7 +32,7 @@
     xorw $\bit, (%esp)
     fldcw (%esp)
     add $4, %esp
-    RETURN
+    return
     .endm
 
     .macro flipMxcsr bit
@@ -30,59 +41,57 @@
     xorl $\bit, (%esp)
     ldmxcsr (%esp)
     add $4, %esp
-    RETURN
+    return
     .endm
 
-FUNCTION(innocent)
-    RETURN
-FUNCTION(clobbersFirstRegister)
+function innocent
+    return
+function clobbersFirstRegister
     inc %ebx
-    RETURN
-FUNCTION(clobbersFramePointer)
+    return
+function clobbersFramePointer
     inc %ebp
-    RETURN
-FUNCTION(clobbersThirdRegister)
+    return
+function clobbersThirdRegister
     inc %esi
-    RETURN
-FUNCTION(clobbersLastRegister)
+    return
+function clobbersLastRegister
     inc %edi
-    RETURN
-FUNCTION(popsTooMuch)
+    return
+function popsTooMuch
     ret $24
-FUNCTION(writesAboveArguments)
+function writesAboveArguments
     movb $0, 24(%esp)
-    RETURN
-FUNCTION(changesX87Precision)
+    return
+function changesX87Precision
     flipControl 0x100
-FUNCTION(changesX87Rounding)
+function changesX87Rounding
     flipControl 0x400
-FUNCTION(changesVectorRounding)
+function changesVectorRounding
     flipMxcsr 0x2000
-FUNCTION(setsFlushToZero)
+function setsFlushToZero
     flipMxcsr 0x8000
-FUNCTION(leavesMmxState)
+function leavesMmxState
     movd %eax, %mm3
-    RETURN
-FUNCTION(leavesValueOnX87Stack)
+    return
+function leavesValueOnX87Stack
     fld1
-    RETURN
-FUNCTION(leavesDirectionFlag)
+    return
+function leavesDirectionFlag
     std
-    RETURN
-FUNCTION(raisesExceptionFlags)
+    return
+function raisesExceptionFlags
     xorps %xmm0, %xmm0
     divss %xmm0, %xmm0
     fldz
     fdiv %st(0), %st(0)
     fstp %st(0)
-    RETURN
+    return
 
-    .globl SYMBOL(upperHalfOfFirst, 4)
-SYMBOL(upperHalfOfFirst, 4):
+    label upperHalfOfFirst, 4
     xor %eax, %eax
-    POP(4)
-    .globl SYMBOL(stackModulo16, 0)
-SYMBOL(stackModulo16, 0):
+    return 4
+    label stackModulo16, 0
     lea 4(%esp), %eax
     and $15, %eax
     ret

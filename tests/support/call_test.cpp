@@ -1,8 +1,7 @@
-// The harness itself: each of its checks is seen to fail on an offender, and to pass beside it.
+// Calls under watch: each check is seen to fail on an offender, and to pass beside it.
 #include <gtest/gtest-spi.h>
 
-#include "ruxlib.h"
-#include "support/family.h"
+#include "support/call.h"
 #include "support/offenders.h"
 
 namespace rux::test {

@@ -1,0 +1,23 @@
+// RGB to YCbCr in blocks of eight; 4:2:2 is written past the caches.
+#include "colour/rows_a6.h"
+#include "colour/rgb_to_ycbcr.h"
+#include "colour/ycbcr420_vector.h"
+
+namespace rux::a6 {
+namespace {
+
+void rowTo422(const uint8_t* src, uint8_t* dst, size_t width)
+{
+    const auto block = [](const uint8_t* from, uint8_t* to) {
+        const RgbPairs pairs = loadPairs(from);
+        const RgbWords sum = pairs.even + pairs.odd;
+        storePairs<StreamingStores>(weightedSum<blockLuma422>(pairs.even), weightedSum<blockCb422>(sum),
+                                    weightedSum<blockLuma422>(pairs.odd), weightedSum<blockCr422>(sum), to);
+    };
+    const size_t fours = width & ~size_t(3);
+    rowTo422Blocks(block, src, dst, fours);
+    lastPixelsTo422(src + fours * 3, dst + fours * 2, width - fours);
+}
+
+}
+}

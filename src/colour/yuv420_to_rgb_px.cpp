@@ -1,0 +1,3 @@
+// Planar YUV 4:2:0 to RGB, pixel by pixel.
+#include "colour/rows_px.h"
+#include "colour/yuv420_to_rgb_scalar.h"

@@ -1,0 +1,3 @@
+// YUV 4:2:2 to RGB, pixel by pixel.
+#include "colour/rows_px.h"
+#include "colour/yuv422_to_rgb_scalar.h"

@@ -1,0 +1,74 @@
+// What half-pel prediction asks of 8 and 16 samples in MMX registers, with the byte average of SSE.
+#pragma once
+
+#include <xmmintrin.h>
+
+#include "lanes/eight_bytes.h"
+#include "lanes/pair.h"
+#include "lanes/saturating_words4.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+using Samples8 = EightBytes;
+using Samples16 = Pair<EightBytes>;
+using Words8 = Pair<SaturatingWords4>;
+using Words16 = Pair<Words8>;
+
+inline Samples8 broadcastByte(uint8_t value, Samples8*)
+{
+    return {_mm_set1_pi32(static_cast<int>(value * 0x01010101u))};
+}
+
+inline Samples16 broadcastByte(uint8_t value, Samples16*)
+{
+    const Samples8 half = broadcastByte(value, static_cast<Samples8*>(nullptr));
+    return {half, half};
+}
+
+// (a + b + 1) >> 1
+inline Samples8 average(Samples8 a, Samples8 b)
+{
+    return {_mm_avg_pu8(a.value, b.value)};
+}
+
+inline Samples16 average(Samples16 a, Samples16 b)
+{
+    return {average(a.low, b.low), average(a.high, b.high)};
+}
+
+// a - 1 as signed saturating bytes have it: 0 becomes 255, 128 stays 128.
+inline Samples8 decremented(Samples8 a)
+{
+    return {_mm_subs_pi8(a.value, _mm_set1_pi8(1))};
+}
+
+inline Samples16 subtractSaturated(Samples16 a, Samples16 b)
+{
+    return {subtractSaturated(a.low, b.low), subtractSaturated(a.high, b.high)};
+}
+
+inline Words8 widened(Samples8 a)
+{
+    const __m64 zero = _mm_setzero_si64();
+    return {{_mm_unpacklo_pi8(a.value, zero)}, {_mm_unpackhi_pi8(a.value, zero)}};
+}
+
+inline Words16 widened(Samples16 a)
+{
+    return {widened(a.low), widened(a.high)};
+}
+
+// Words saturated to bytes.
+inline Samples8 packed(Words8 a)
+{
+    return {_mm_packs_pu16(a.low.value, a.high.value)};
+}
+
+inline Samples16 packed(Words16 a)
+{
+    return {packed(a.low), packed(a.high)};
+}
+
+}
+}

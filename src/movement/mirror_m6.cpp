@@ -1,0 +1,2 @@
+// Mirroring, pixel by pixel.
+#include "movement/mirror_scalar.h"

@@ -1,0 +1,13 @@
+// Channel order, pixel by pixel.
+#include "movement/swap_channels.h"
+
+namespace rux::m6 {
+namespace {
+
+void swapRow(const uint8_t* src, uint8_t* dst, size_t pixels, ChannelOrder order)
+{
+    swapPixels(src, dst, pixels, order);
+}
+
+}
+}

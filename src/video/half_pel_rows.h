@@ -1,0 +1,113 @@
+// Half-pel predictions of the vector levels, row after row.
+//
+// Each class gives a row's prediction by next(), and has read by then what the mode names up to that row: a row below,
+// a column to the right, and nothing else. What is shared by neighbouring rows is read and averaged once.
+//
+// With a, b to its right, c below and d below b, P0 = avg(a, b) and P1 = avg(c, d), where avg rounds up. A Rounding says
+// how the averages are brought lower before they meet: first() on a, above() on P0, below() on P1.
+#pragma once
+
+#include "video/motion_compensation.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+// The averages as they are.
+template <typename Samples>
+struct RoundUp {
+    explicit RoundUp(int32_t) {}
+    Samples first(Samples a) const { return a; }
+    Samples above(Samples p0) const { return p0; }
+    Samples below(Samples p1) const { return p1; }
+};
+
+template <typename Samples>
+class FullPelRows {
+public:
+    explicit FullPelRows(Reference reference) : at(reference) {}
+    Samples next()
+    {
+        const Samples a = Samples::load(at.samples);
+        at.samples += at.stride;
+        return a;
+    }
+
+private:
+    Reference at;
+};
+
+template <typename Samples, typename Rounding>
+class HalfHorizontalRows {
+public:
+    HalfHorizontalRows(Reference reference, Rounding how) : at(reference), rounding(how) {}
+    Samples next()
+    {
+        const Samples a = Samples::load(at.samples);
+        const Samples b = Samples::load(at.samples + 1);
+        at.samples += at.stride;
+        return average(rounding.first(a), b);
+    }
+
+private:
+    Reference at;
+    Rounding rounding;
+};
+
+template <typename Samples, typename Rounding>
+class HalfVerticalRows {
+public:
+    HalfVerticalRows(Reference reference, Rounding how)
+        : at(reference), rounding(how), a(Samples::load(reference.samples))
+    {
+    }
+    Samples next()
+    {
+        at.samples += at.stride;
+        const Samples c = Samples::load(at.samples);
+        const Samples prediction = average(rounding.first(a), c);
+        a = c;
+        return prediction;
+    }
+
+private:
+    Reference at;
+    Rounding rounding;
+    Samples a;
+};
+
+template <typename Samples, typename Rounding>
+class HalfBothRows {
+public:
+    HalfBothRows(Reference reference, Rounding how) : at(reference), rounding(how), p0(averageOfRow()) {}
+    Samples next() { return next(rounding); }
+
+    // A row with a rounding of its own.
+    template <typename OwnRounding>
+    Samples next(OwnRounding own)
+    {
+        at.samples += at.stride;
+        const Samples p1 = averageOfRow();
+        const Samples prediction = average(own.above(p0), own.below(p1));
+        p0 = p1;
+        return prediction;
+    }
+
+private:
+    Samples averageOfRow() const { return average(Samples::load(at.samples), Samples::load(at.samples + 1)); }
+
+    Reference at;
+    Rounding rounding;
+    Samples p0;
+};
+
+template <int mode, typename Samples, typename Rounding>
+inline auto halfPelRows(Reference reference, Rounding rounding)
+{
+    if constexpr (mode == modeIndex(mcHalfVert)) return HalfVerticalRows<Samples, Rounding>(reference, rounding);
+    else if constexpr (mode == modeIndex(mcHalfHorz)) return HalfHorizontalRows<Samples, Rounding>(reference, rounding);
+    else if constexpr (mode == modeIndex(mcHalfBoth)) return HalfBothRows<Samples, Rounding>(reference, rounding);
+    else return FullPelRows<Samples>(reference);
+}
+
+}
+}

@@ -1,0 +1,2 @@
+// Motion compensation, exact.
+#include "video/motion_compensation_scalar.h"

@@ -1,0 +1,90 @@
+// Motion compensation in SSE2.
+//
+// One reference: 16 wide averages bytes and does not read roundControl; 8 wide is exact for an odd roundControl and
+// averages bytes for an even one. Two references: bytes are averaged, 16 wide always as for an even roundControl.
+#include <type_traits>
+
+#include "lanes/samples_w7.h"
+
+#include "video/motion_compensation_vector.h"
+
+namespace rux::w7 {
+namespace {
+
+inline Words8 loadResidual(const uint8_t* from, Samples8)
+{
+    return Words8::load(from);
+}
+
+inline void storeResult(Samples8 result, uint8_t* to)
+{
+    result.store(to);
+}
+
+// 16 wide, residual and result stand on 16-byte boundaries with strides that keep them there.
+inline Words16 loadResidual(const uint8_t* from, Samples16)
+{
+    return Words16::loadAligned(from);
+}
+
+inline void storeResult(Samples16 result, uint8_t* to)
+{
+    result.storeAligned(to);
+}
+
+template <typename Samples>
+struct DecrementAboveZero : RoundUp<Samples> {
+    using RoundUp<Samples>::RoundUp;
+    Samples above(Samples p0) const { return decrementedAboveZero(p0); }
+};
+
+// Two references, roundControl not read.
+template <typename Samples>
+struct DecrementBelow : RoundUp<Samples> {
+    using RoundUp<Samples>::RoundUp;
+    Samples below(Samples p1) const
+    {
+        return subtractSaturated(p1, broadcastByte(1, static_cast<Samples*>(nullptr)));
+    }
+};
+
+// All rows but the last are brought lower; what is carried to the next row is not.
+void rebuildBothWide(Reference reference, const Block& block, int32_t height, int32_t roundControl)
+{
+    const DecrementAboveZero<Samples16> lower(roundControl);
+    HalfBothRows<Samples16, DecrementAboveZero<Samples16>> rows(reference, lower);
+    Block rest = block;
+    rebuildRows<Samples16>(rows, rest, height - 1);
+    rebuildRow<Samples16>(rows.next(RoundUp<Samples16>(roundControl)), rest);
+}
+
+constexpr Kernel wideKernels[4] = {
+    rebuildAveraged<0, Samples16, RoundUp<Samples16>>,
+    rebuildAveraged<1, Samples16, RoundUp<Samples16>>,
+    rebuildAveraged<2, Samples16, RoundUp<Samples16>>,
+    rebuildBothWide,
+};
+
+template <int height>
+using Narrow = std::conditional_t<height == 16, DecrementAbove<Samples8>, DecrementAboveZero<Samples8>>;
+
+template <int width, int height>
+void compensate(int mode, Reference reference, const Block& block, int32_t roundControl)
+{
+    const Kernel kernel = width == 16        ? wideKernels[mode]
+                          : roundControl & 1 ? exactKernels<Samples8>[mode]
+                                             : averagingKernels<Samples8, Narrow<height>>[mode];
+    kernel(reference, block, height, roundControl);
+}
+
+template <int width, int height>
+void compensateBoth(int forwardMode, Reference forward, int backwardMode, Reference backward,
+                    const Block& block, int32_t roundControl)
+{
+    const KernelBoth kernel = width == 16 ? kernelsBoth<Samples16, DecrementBelow<Samples16>>[backwardMode][forwardMode]
+                                          : kernelsBoth<Samples8, RoundByControl<Samples8>>[backwardMode][forwardMode];
+    kernel(forward, backward, block, height, roundControl);
+}
+
+}
+}
