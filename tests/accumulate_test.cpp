@@ -61,16 +61,18 @@ TEST_P(Accumulate, takesEmptyImages)
         int32_t srcStep, srcDstStep, width, height;
         ruxStatus status;
     };
-    const Sizes cases[] = {{8, 32, 0, 0, 0},    {8, 32, 0, 2, 0},  {8, 32, 8, 0, 0},   {0, 0, 0, 0, 0},   {0, 0, 0, 2, 0},
-                           {8, 6, 0, 0, -6},    {8, 33, 8, 0, -6}, {7, 32, 8, 0, -6},  {8, 28, 8, 0, -6}, {-1, 32, 0, 0, -6},
-                           {8, -4, 0, 0, -6},   {8, 32, -1, 0, -6}, {8, 32, 0, -1, -6}, {8, 6, 8, 1, -6}, {8, 34, 8, 1, -6},
-                           {7, 32, 8, 1, -6}};
+    const Sizes cases[] = {
+        {8, 32, 0, 0, 0},   {8, 32, 0, 2, 0},   {8, 32, 8, 0, 0},   {0, 0, 0, 0, 0},    {0, 0, 0, 2, 0},
+        {8, 6, 0, 0, -6},   {8, 33, 8, 0, -6},  {7, 32, 8, 0, -6},  {8, 28, 8, 0, -6},  {-1, 32, 0, 0, -6},
+        {8, -4, 0, 0, -6},  {8, 32, -1, 0, -6}, {8, 32, 0, -1, -6}, {8, 6, 8, 1, -6},   {8, 34, 8, 1, -6},
+        {7, 32, 8, 1, -6}};
     for (const auto& c : cases) {
+        const Note note([&] { return std::to_string(c.srcStep) + " " + std::to_string(c.srcDstStep); });
         const ruxiSize size{c.width, c.height};
         EXPECT_EQ(call(ruxiAdd_8u32f_C1IR, src.data(), c.srcStep, srcDst.data(), c.srcDstStep, size), c.status)
-            << c.srcStep << " " << c.srcDstStep << " " << c.width << "x" << c.height;
-        EXPECT_EQ(call(ruxiAddWeighted_8u32f_C1IR, src.data(), c.srcStep, srcDst.data(), c.srcDstStep, size, 0.5f), c.status)
-            << c.srcStep << " " << c.srcDstStep << " " << c.width << "x" << c.height;
+            << toText(size) << "\n" << Note::all();
+        EXPECT_EQ(call(ruxiAddWeighted_8u32f_C1IR, src.data(), c.srcStep, srcDst.data(), c.srcDstStep, size, 0.5f),
+                  c.status) << toText(size) << "\n" << Note::all();
     }
     const uint8_t* const none = nullptr;
     EXPECT_EQ(call(ruxiAdd_8u32f_C1IR, none, -1, srcDst.data(), 6, ruxiSize{-1, -1}), -8);
@@ -133,10 +135,11 @@ TEST_P(Accumulate, x87PrecisionChangesNothing)
         for (uint64_t seed = 1; seed <= 8; seed++) {
             const Image<uint8_t> src(Shape{388, 2}, seed);
             const Image<float> srcDst(Shape{388, 2}, seed + 100);
-            agreeUnder(state, RUX_OPERATION(ruxiAdd_8u32f_C1IR), src, src.step(), srcDst.clone(), srcDst.step(), src.roi());
+            agreeUnder(state, RUX_OPERATION(ruxiAdd_8u32f_C1IR), src, src.step(), srcDst.clone(), srcDst.step(),
+                       src.roi());
             for (float alpha : {0.3f, 1e-30f, 3e38f}) {
-                agreeUnder(state, RUX_OPERATION(ruxiAddWeighted_8u32f_C1IR), src, src.step(), srcDst.clone(), srcDst.step(),
-                           src.roi(), alpha);
+                agreeUnder(state, RUX_OPERATION(ruxiAddWeighted_8u32f_C1IR), src, src.step(), srcDst.clone(),
+                           srcDst.step(), src.roi(), alpha);
             }
         }
     }
@@ -150,7 +153,8 @@ TEST_P(Accumulate, roundsInTheHostsMode)
         const Image<float> srcDst(Shape{388, 2}, 22);
         ASSERT_EQ(std::fesetround(mode), 0);
         agree(RUX_OPERATION(ruxiAdd_8u32f_C1IR), src, src.step(), srcDst.clone(), srcDst.step(), src.roi());
-        agree(RUX_OPERATION(ruxiAddWeighted_8u32f_C1IR), src, src.step(), srcDst.clone(), srcDst.step(), src.roi(), 0.3f);
+        agree(RUX_OPERATION(ruxiAddWeighted_8u32f_C1IR), src, src.step(), srcDst.clone(), srcDst.step(), src.roi(),
+              0.3f);
         std::fesetround(FE_TONEAREST);
     }
 }

@@ -159,7 +159,8 @@ TEST_P(Arithmetic, takesOneImageTwice)
 // What needs no rounding is the same in every state that a host may have set, and the state is kept.
 TEST_P(Arithmetic, bearsEveryHostState)
 {
-    const Image<float> src(Shape{29, 2, 4}, 1, wholeNumbers(1, 999)), srcDst(Shape{29, 2, 4}, 2, wholeNumbers(1000, 2000));
+    const Image<float> src(Shape{29, 2, 4}, 1, wholeNumbers(1, 999));
+    const Image<float> srcDst(Shape{29, 2, 4}, 2, wholeNumbers(1000, 2000));
     for (const HostState& state : hostStates()) {
 #define UNDER(name, channels, computed) \
     agreeUnder(state, RUX_OPERATION(name), src, src.step(), srcDst.clone(), srcDst.step(), src.roi());

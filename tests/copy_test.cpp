@@ -84,8 +84,8 @@ TEST_P(Copy, everyMaskValueButZeroSelects)
     Image<uint8_t> mask(Shape{256, 1}, 3);
     for (int i = 0; i < 256; i++) mask.set(i, 0, static_cast<uint8_t>(i));
     const auto before = dst.clone();
-    EXPECT_EQ(call(::ruxiCopy_8u_C1MR, src.data(), src.step(), dst.data(), dst.step(), dst.roi(), mask.data(), mask.step()),
-              ruxStatusOk);
+    EXPECT_EQ(call(::ruxiCopy_8u_C1MR, src.data(), src.step(), dst.data(), dst.step(), dst.roi(), mask.data(),
+                   mask.step()), ruxStatusOk);
     EXPECT_EQ(dst.get(0), before.get(0));
     for (int i = 1; i < 256; i++) EXPECT_EQ(dst.get(i), src.get(i)) << "mask byte " << i;
 }
@@ -119,7 +119,7 @@ TEST_P(Copy, mergesColumnOfOneByte)
 TEST_P(Copy, laterRowWinsWhereRowsOverlap)
 {
     for (int width : {2, 17, 64, 65, 130, 200}) {
-        for (int step : {1, 3, 8, 16, 63, width - 1}) {
+        for (int step : {1, 3, 8, 16, 63, width / 2, width - 1}) {
             if (step >= width) continue;
             const Image<uint8_t> src(Shape{width, 9}, 1);
             const Image<uint8_t> sameStep(Shape{width, 9, 1, step}, 4);
@@ -132,6 +132,17 @@ TEST_P(Copy, laterRowWinsWhereRowsOverlap)
             agree(RUX_OPERATION(ruxiCopy_8u_C1MR), src, src.step(), dst, dst.step(), dst.roi(), mask, mask.step());
         }
     }
+}
+
+// A stride of as many bytes as the row has elements is shorter than the row: such rows are no contiguous run.
+TEST_P(Copy, tellsElementsFromBytes)
+{
+    const Image<int16_t> src16(Shape{70, 5, 1, 70}, 1), dst16(Shape{70, 5, 1, 70}, 2);
+    const Image<float> src32(Shape{70, 5, 1, 70}, 3), dst32(Shape{70, 5, 1, 70}, 4);
+    const Image<uint8_t> src8(Shape{70, 5, 3, 70}, 5), dst8(Shape{70, 5, 3, 70}, 6);
+    agree(RUX_OPERATION(ruxiCopy_16s_C1R), src16, src16.step(), dst16, dst16.step(), dst16.roi());
+    agree(RUX_OPERATION(ruxiCopy_32f_C1R), src32, src32.step(), dst32, dst32.step(), dst32.roi());
+    agree(RUX_OPERATION(ruxiCopy_8u_C3R), src8, src8.step(), dst8, dst8.step(), dst8.roi());
 }
 
 TEST_P(Copy, refusesWrongArguments)

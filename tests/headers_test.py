@@ -8,51 +8,51 @@ import sys
 import unittest
 from pathlib import Path
 
+LANGUAGES = {"c": ["-x", "c", "-std=c99"], "c++": ["-x", "c++", "-std=c++11"]}
+STRICT = ["-Wall", "-Wextra", "-pedantic", "-Werror"]
 INCLUDE, COMPILERS, FLAGS = None, {}, []
-STRICT = ["-Wall", "-Wextra", "-pedantic", "-Werror", "-fsyntax-only"]
 
 
-def compiles(language, source):
-    """What the compiler says of a source that a host might write; empty when it takes it."""
-    options = {"c": ["-x", "c", "-std=c99"], "c++": ["-x", "c++", "-std=c++11"]}[language]
-    run = subprocess.run([COMPILERS[language], *FLAGS, *STRICT, f"-I{INCLUDE}", *options, "-"],
-                         input=source, text=True, capture_output=True)
+def compiler(language, source, *options):
+    return subprocess.run([COMPILERS[language], *FLAGS, *STRICT, *options, f"-I{INCLUDE}", *LANGUAGES[language], "-"],
+                          input=source, text=True, capture_output=True)
+
+
+def complaints(language, source):
+    """What a compiler says of a host's source; empty when it takes it."""
+    run = compiler(language, source, "-fsyntax-only")
     return run.stderr if run.returncode else ""
 
 
 class Headers(unittest.TestCase):
-    def headers(self):
-        found = sorted(str(path.relative_to(INCLUDE)) for path in INCLUDE.rglob("*.h"))
-        self.assertIn("ruxlib.h", found)
-        self.assertGreater(len(found), 8)
-        return found
+    def setUp(self):
+        self.headers = sorted(path.relative_to(INCLUDE).as_posix() for path in INCLUDE.rglob("*.h"))
+        self.assertIn("ruxlib.h", self.headers)
+        self.assertGreater(len(self.headers), 8)
 
     def test_each_compiles_alone_and_twice(self):
-        for header in self.headers():
-            for language in COMPILERS:
+        for header in self.headers:
+            for language in LANGUAGES:
                 with self.subTest(header=header, language=language):
-                    include = f'#include "{header}"\n'
-                    self.assertEqual(compiles(language, 2 * include + "extern int nothing;\n"), "")
+                    source = f'#include "{header}"\n' * 2 + "extern int nothing;\n"
+                    self.assertEqual(complaints(language, source), "")
 
     def test_one_includes_all(self):
-        text = (INCLUDE / "ruxlib.h").read_text()
-        for header in self.headers():
-            if header == "ruxlib.h":
-                continue
-            nested = any(f'#include "{header}"' in (INCLUDE / other).read_text() for other in self.headers())
-            self.assertTrue(f'#include "{header}"' in text or nested, header)
+        read = compiler("c", '#include "ruxlib.h"\n', "-M").stdout.replace("\\\n", " ").split()
+        for header in self.headers:
+            self.assertIn(str(INCLUDE / header), read)
 
     def test_offenders_are_refused(self):
-        for language, offender in [("c", "// a comment of C++ in pedantic C90 is fine, a binary number is not\nint x = 0b1;\n"),
-                                   ("c", "enum { a = 1, b = 2 } e; int f(void) { switch (e) { case a: return 1; } return 0; }\n"),
+        for language, offender in [("c", "int x = 0b1;\n"),
                                    ("c", "int f(int unused) { return 0; }\n"),
+                                   ("c", "int f(unsigned a) { return a == -1; }\n"),
                                    ("c++", "struct s { int a[0]; };\n"),
                                    ("c++", '#include "ruxlib/none.h"\n')]:
-            self.assertNotEqual(compiles(language, offender), "", offender)
+            self.assertNotEqual(complaints(language, offender), "", offender)
 
 
 if __name__ == "__main__":
     INCLUDE = Path(sys.argv[1]).resolve()
     COMPILERS = {"c": sys.argv[2], "c++": sys.argv[3]}
     FLAGS = sys.argv[4:]
-    unittest.main(argv=sys.argv[:1], verbosity=1)
+    unittest.main(argv=sys.argv[:1])

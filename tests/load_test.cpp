@@ -1,7 +1,6 @@
 // The load: which level serves on which processor, what gaps in the table do, and what a failed load tells.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -201,23 +200,6 @@ TEST(FillSlots, copiesCountRowsAndNoMore)
     EXPECT_EQ(fillSlots(table.table, 2), 1);
     table.expectLevel(2, 0, operationCount - 1);
     EXPECT_EQ(table.levelIn(operationCount - 1), unfilled);
-}
-
-TEST(BuiltTable, isWhole)
-{
-    ASSERT_EQ(dispatchTable.count, operationCount);
-    std::vector<Entry*> slots;
-    std::vector<Entry> entries;
-    for (const DispatchEntry& row : dispatchTable.rows) {
-        slots.push_back(row.slot);
-        entries.insert(entries.end(), row.entry, row.entry + levelCount);
-    }
-    std::sort(slots.begin(), slots.end());
-    std::sort(entries.begin(), entries.end());
-    EXPECT_NE(slots.front(), nullptr);
-    EXPECT_NE(entries.front(), nullptr);
-    EXPECT_EQ(std::adjacent_find(slots.begin(), slots.end()), slots.end()) << "two names share a slot";
-    EXPECT_EQ(std::adjacent_find(entries.begin(), entries.end()), entries.end()) << "two levels share a body";
 }
 
 // A host's own initialisers may call the library: it has been loaded before them.

@@ -75,7 +75,7 @@ TEST_P(Set, mergesColumnOfOneByte)
 TEST_P(Set, keepsItsPhaseWhereRowsOverlap)
 {
     for (int width : {40, 65, 200}) {
-        for (int step : {1, 3, 7, 64, 75}) {
+        for (int step : {1, 3, 7, 64, 75, width}) {
             const Image<int16_t> dst16(Shape{width, 7, 1, step}, 1);
             const Image<float> dst32(Shape{width, 7, 1, step}, 2);
             const Image<uint8_t> dst8(Shape{width, 7, 1, step}, 3);

@@ -1,5 +1,6 @@
 // Status texts and version records: every text, every field, and which pointers are one.
 #include <cstddef>
+#include <cstring>
 #include <map>
 #include <set>
 
@@ -59,7 +60,7 @@ TEST_P(Status, matchesCodesExactly)
     int unknown = 0;
     for (ruxStatus code : manyCodes()) {
         EXPECT_STREQ(textOf(code), model::textOf(code)) << code;
-        unknown += model::textOf(code) == model::unknownStatusText;
+        unknown += std::strcmp(model::textOf(code), "Unknown Status Code") == 0;
     }
     EXPECT_GT(unknown, 600);
 }
@@ -98,7 +99,8 @@ TEST(StatusTexts, areTheSamePointersAtEveryLevel)
         ASSERT_TRUE(bindLevel(px));
         const char* const text = textOf(code);
         for (Level level : levels) {
-            if (bindLevel(level)) EXPECT_EQ(textOf(code), text) << code << " at " << level;
+            if (!bindLevel(level)) continue;
+            EXPECT_EQ(textOf(code), text) << code << " at " << level;
         }
     }
 }

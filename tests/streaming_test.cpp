@@ -1,90 +1,155 @@
-// Copy and fill of large images, on both sides of the sizes from which w7 stores past the caches, as one run and as
-// rows, and around the distances between source and destination at which it does not.
-#include "model/copy.h"
+// Which runs of Copy and Set are stored past the caches, and with which registers: no byte shows it, so the executed
+// instructions are counted. From px to m6 no run is; at a6 every run of 8 bytes or more is; at w7 the image's size
+// decides, and in a copy the distance between source and destination.
 #include "ruxlib.h"
-#include "support/family.h"
+#include "support/image.h"
+#include "support/call.h"
+#include "support/levels.h"
+#include "support/trace.h"
 
 namespace rux::test {
 
-RUX_FAMILY(Streaming, "streaming");
-
-constexpr int copyThreshold = 0x20000, fillThreshold = 0x40000, fill16Threshold = 180000;
-
-// Images whose rows take about so many bytes in all: one row, contiguous rows, rows with gaps.
-std::vector<Shape> around(int bytes, int elementBytes, int channels = 1)
-{
-    const int pixel = elementBytes * channels;
-    std::vector<Shape> shapes;
-    for (int more : {-1, 0, 1}) {
-        shapes.push_back(Shape{bytes / pixel + more, 1, channels});
-        shapes.push_back(Shape{bytes / pixel / 64 + more, 64, channels});
-        const Shape rows{bytes / pixel / 100 + 1 + more, 100, channels};
-        shapes.push_back(rows.withStep(rows.width * pixel + elementBytes).at({Edge::end, 5}));
-        shapes.push_back(rows.withStep((rows.width * pixel + 63) / 64 * 64).at({Edge::start, 32}));
+class Streaming : public LevelTest {
+protected:
+    void SetUp() override
+    {
+        LevelTest::SetUp();
+        const Image<uint8_t> one(Shape{1, 1}, 1);
+        Trace trace;
+        call(ruxiSet_8u_C1R, 0, one.data(), 1, one.roi());
+        if (!trace.works()) GTEST_SKIP() << "no single steps here";
     }
-    return shapes;
-}
 
-template <class T, class Test, class Op>
-void copyAround(Test& test, const Op& operation, int channels)
-{
-    uint64_t seed = 0;
-    for (const Shape& shape : around(copyThreshold, sizeof(T), channels)) {
-        for (int offset : {0, 1, 4, 8, 12}) {
-            const Image<T> src(shape.at({Edge::start, offset}), ++seed, anyBits<T>), dst(shape, ++seed, anyBits<T>);
-            test.agree(operation, src, src.step(), dst, dst.step(), dst.roi());
+    // The call's way, as far as so many steps show it.
+    template <class... Arguments>
+    static Trace wayOf(int steps, const Arguments&... arguments)
+    {
+        Trace trace(steps);
+        EXPECT_EQ(call(arguments...), ruxStatusOk);
+        return trace;
+    }
+
+    // A large call's first steps show how its runs begin.
+    static constexpr int firstSteps = 10000, allSteps = 1 << 20;
+
+    void expectStores(const Trace& way, bool large)
+    {
+        EXPECT_EQ(way.streaming8 > 0, level() == a6);
+        EXPECT_EQ(way.streaming16 > 0, level() == w7 && large);
+        EXPECT_EQ(way.mmx > 0, level() == m6 || level() == a6);
+    }
+
+    template <class T, class Function>
+    void expectCopyThreshold(Function function, int channels)
+    {
+        const int pixel = static_cast<int>(sizeof(T)) * channels, width = 0x20000 / pixel;
+        for (int more : {0, 1}) {
+            const Shape shape{width + more, 1, channels};
+            const Image<T> src(shape, 1), dst(shape.at(atStart), 2);
+            SCOPED_TRACE(dst.describe());
+            expectStores(wayOf(firstSteps, function, src.data(), src.step(), dst.data(), dst.step(), dst.roi()), more);
         }
     }
+
+    template <class T, class Function, class Value>
+    void expectFillThreshold(Function function, Value value, int bytes)
+    {
+        const int width = bytes / static_cast<int>(sizeof(T));
+        for (int more : {0, 1}) {
+            const Image<T> dst(Shape{width + more, 1, 1, 0, atStart}, 1);
+            SCOPED_TRACE(dst.describe());
+            expectStores(wayOf(firstSteps, function, value, dst.data(), dst.step(), dst.roi()), more);
+        }
+    }
+
+    int fences(const Shape& shape)
+    {
+        const Image<uint8_t> src(shape, 1), dst(shape, 2);
+        const Trace copy = wayOf(allSteps, ruxiCopy_8u_C1R, src.data(), src.step(), dst.data(), dst.step(), dst.roi());
+        return copy.fences;
+    }
+
+    static constexpr Place atStart = {Edge::start, 16};
+};
+
+RUX_AT_EACH_LEVEL(Streaming);
+
+TEST_P(Streaming, beginsAboveTheCopysThreshold)
+{
+    expectCopyThreshold<uint8_t>(ruxiCopy_8u_C1R, 1);
+    expectCopyThreshold<uint8_t>(ruxiCopy_8u_C3R, 3);
+    expectCopyThreshold<uint8_t>(ruxiCopy_8u_C4R, 4);
+    expectCopyThreshold<int16_t>(ruxiCopy_16s_C1R, 1);
+    expectCopyThreshold<float>(ruxiCopy_32f_C1R, 1);
 }
 
-TEST_P(Streaming, copiesAroundTheThreshold)
+TEST_P(Streaming, beginsAboveTheFillsThreshold)
 {
-    copyAround<uint8_t>(*this, RUX_OPERATION(ruxiCopy_8u_C1R), 1);
-    copyAround<uint8_t>(*this, RUX_OPERATION(ruxiCopy_8u_C3R), 3);
-    copyAround<uint8_t>(*this, RUX_OPERATION(ruxiCopy_8u_C4R), 4);
-    copyAround<int16_t>(*this, RUX_OPERATION(ruxiCopy_16s_C1R), 1);
-    copyAround<float>(*this, RUX_OPERATION(ruxiCopy_32f_C1R), 1);
+    expectFillThreshold<uint8_t>(ruxiSet_8u_C1R, 5, 0x40000);
+    expectFillThreshold<int16_t>(ruxiSet_16s_C1R, 5, 180000);
+    expectFillThreshold<float>(ruxiSet_32f_C1R, FloatBits{5}, 0x40000);
 }
 
-TEST_P(Streaming, fillsAroundTheThreshold)
+// At w7, with D = (source - destination) modulo 64 KiB: not from 0xFEC0 to 0xFFF0.
+TEST_P(Streaming, leavesTheBandOut)
 {
-    for (const Shape& shape : around(fillThreshold, 1)) {
-        const Image<uint8_t> dst(shape, 1, anyBits<uint8_t>);
-        agree(RUX_OPERATION(ruxiSet_8u_C1R), 0xA5, dst, dst.step(), dst.roi());
-    }
-    for (const Shape& shape : around(fill16Threshold, 2)) {
-        const Image<int16_t> dst(shape, 2, anyBits<int16_t>);
-        agree(RUX_OPERATION(ruxiSet_16s_C1R), 0x1234, dst, dst.step(), dst.roi());
-    }
-    for (const Shape& shape : around(fillThreshold, 4)) {
-        const Image<float> dst(shape, 3, anyBits<float>);
-        agree(RUX_OPERATION(ruxiSet_32f_C1R), FloatBits{0x7FA12345}, dst, dst.step(), dst.roi());
-    }
-}
-
-// Source and destination in one buffer, so that their distance modulo 64 KiB is known: inside, at the edges and
-// outside the band 0xFEC0 to 0xFFF0, and 0.
-TEST_P(Streaming, copiesAtEveryDistanceOfTheBand)
-{
-    constexpr int bytes = copyThreshold + 4096, apart = 3 * 65536;
-    std::vector<int> distances = {0, 1, 0x8000, 0xFEBF, 0xFEC0, 0xFEC1, 0xFFEF, 0xFFF0, 0xFFF1, 0xFFFF};
-    for (int distance = 0xFEA0; distance < 0x10000; distance += 7) distances.push_back(distance);
-    for (int distance : distances) {
+    constexpr int bytes = 0x20000 + 4096, apart = 3 * 65536;
+    const Image<uint8_t> both(Shape{apart + 65536 + bytes, 1, 1, 0, {Edge::start, 0}}, 1);
+    for (int distance : {0, 1, 0x8000, 0xFEBF, 0xFEC0, 0xFEC1, 0xFF40, 0xFFEF, 0xFFF0, 0xFFF1, 0xFFFF}) {
         for (int offset : {0, 9}) {
-            const Image<uint8_t> both(vectorOf(apart + 65536 + bytes + 64).at({Edge::start, 0}), 1, anyBits<uint8_t>);
-            agree(RUX_OPERATION(ruxiCopy_8u_C1R), elementOf(both, apart + distance + offset), bytes,
-                  elementOf(both, offset), bytes, ruxiSize{bytes, 1});
-            if (HasFailure()) return;
+            const uint8_t* const src = both.data() + apart + distance + offset;
+            const Trace way = wayOf(firstSteps, ruxiCopy_8u_C1R, src, bytes, both.data() + offset, bytes,
+                                    ruxiSize{bytes, 1});
+            SCOPED_TRACE(distance);
+            expectStores(way, distance < 0xFEC0 || distance > 0xFFF0);
         }
     }
 }
 
-TEST_P(Streaming, laterRowWinsWhereRowsOverlap)
+// The size is that of the whole image, its runs are the rows: each ends with a fence of its own.
+TEST_P(Streaming, fencesEachRun)
 {
-    const Image<uint8_t> src(Shape{8192, 40}.withStep(128), 1, anyBits<uint8_t>);
-    const Image<uint8_t> dst(Shape{8192, 40}.withStep(67), 2, anyBits<uint8_t>);
-    agree(RUX_OPERATION(ruxiCopy_8u_C1R), src, src.step(), dst, dst.step(), dst.roi());
-    agree(RUX_OPERATION(ruxiSet_8u_C1R), 7, dst, dst.step(), dst.roi());
+    EXPECT_EQ(fences(Shape{100, 7}), level() == a6 ? 1 : 0);                  // contiguous: one run
+    EXPECT_EQ(fences(Shape{100, 7, 1, 101}), level() == a6 ? 7 : 0);
+    EXPECT_EQ(fences(Shape{7, 7, 1, 8}), 0);                                  // runs too short for it
+    EXPECT_EQ(fences(Shape{2000, 70, 1, 2001}), level() == a6 || level() == w7 ? 70 : 0);
+    EXPECT_EQ(fences(Shape{60, 2200, 1, 61}), level() == a6 ? 2200 : 0);      // a large image of short runs
+}
+
+TEST_P(Streaming, fencesEachFilledRun)
+{
+    const auto fencesOf = [](auto function, auto value, const auto& dst) {
+        return wayOf(allSteps, function, value, dst.data(), dst.step(), dst.roi()).fences;
+    };
+    EXPECT_EQ(fencesOf(ruxiSet_8u_C1R, 5, Image<uint8_t>(Shape{100, 7}, 1)), level() == a6 ? 1 : 0);
+    EXPECT_EQ(fencesOf(ruxiSet_8u_C1R, 5, Image<uint8_t>(Shape{100, 7, 1, 101}, 1)), level() == a6 ? 7 : 0);
+    EXPECT_EQ(fencesOf(ruxiSet_16s_C1R, 5, Image<int16_t>(Shape{100, 7}, 1)), level() == a6 ? 7 : 0);   // never merged
+    EXPECT_EQ(fencesOf(ruxiSet_32f_C1R, FloatBits{5}, Image<float>(Shape{100, 7}, 1)), level() == a6 ? 7 : 0);
+    EXPECT_EQ(fencesOf(ruxiSet_8u_C1R, 5, Image<uint8_t>(Shape{4000, 70, 1, 4001}, 1)),
+              level() == a6 || level() == w7 ? 70 : 0);
+}
+
+TEST_P(Streaming, isNotForMasksAndSingleChannels)
+{
+    const Image<uint8_t> src(Shape{60000, 1, 3}, 1), dst(Shape{60000, 1, 4}, 2);
+    const ruxiSize roi = dst.roi();
+    for (const Trace& way : {
+             wayOf(firstSteps, ruxiCopy_8u_C1MR, src.data(), src.step(), dst.data(), dst.step(), roi, src.data(), 1),
+             wayOf(firstSteps, ruxiCopy_8u_C3AC4R, src.data(), src.step(), dst.data(), dst.step(), roi),
+             wayOf(firstSteps, ruxiSet_8u_C4CR, 5, dst.data(), dst.step(), roi)}) {
+        EXPECT_EQ(way.streaming8 + way.streaming16 + way.fences + way.mmx, 0);
+    }
+}
+
+// The size is a product of 32 bits: where it wraps to a negative number, the image counts as small.
+TEST_P(Streaming, takesWrappedSizeAsItIs)
+{
+    if (level() != w7) GTEST_SKIP() << "the size decides at w7 alone";
+    const Image<uint8_t> src(Shape{65536, 32768, 1, 1}, 1), dst(Shape{65536, 32768, 1, 1}, 2);
+    const Trace copy = wayOf(firstSteps, ruxiCopy_8u_C1R, src.data(), 1, dst.data(), 1, dst.roi());
+    EXPECT_EQ(copy.streaming16, 0);
+    const Trace fill = wayOf(firstSteps, ruxiSet_8u_C1R, 5, dst.data(), 1, dst.roi());
+    EXPECT_EQ(fill.streaming16, 0);
 }
 
 }

@@ -48,22 +48,26 @@ private:
     struct sigaction earlier;
 };
 
-void probeAll()
+constexpr uint32_t allFeatures = 15;
+
+void probe(uint32_t features)
 {
-    for (const uint32_t feature : {1u, 2u, 4u, 8u}) ruxProbeFeature(feature);
+    for (const uint32_t feature : {1u, 2u, 4u, 8u}) {
+        if (features & feature) ruxProbeFeature(feature);
+    }
     ASSERT_EQ(ruxHasCpuid(), 1);
 }
 
 // Runs the trials, over and over, for as long as a thread of the host does its work.
 template <typename Work>
-void probeWhile(Work work)
+void probeWhile(Work work, uint32_t features = allFeatures)
 {
     std::atomic<bool> done{false};
     std::thread host([&] {
         work();
         done = true;
     });
-    while (!done) probeAll();
+    while (!done) probe(features);
     host.join();
 }
 
@@ -81,7 +85,7 @@ TEST(Guard, putsHandlersAndMaskBack)
     for (size_t index = 0; index < std::size(guarded); ++index) sigaction(guarded[index], nullptr, &before[index]);
     const uint64_t mask = signalMask();
     errno = 1234;
-    probeAll();
+    probe(allFeatures);
     EXPECT_EQ(errno, 1234);
     EXPECT_EQ(signalMask(), mask);
     for (size_t index = 0; index < std::size(guarded); ++index) {
@@ -128,7 +132,7 @@ void skipTwoByteInstruction(int, siginfo_t* info, void* context)
 template <typename Fault>
 void faultWhileProbing(int signal, Fault fault)
 {
-    constexpr int faults = 20000;
+    constexpr int faults = 5000;
     const HostHandler handler(signal, skipTwoByteInstruction, SA_ONSTACK);
     faultsServed = 0;
     probeWhile([&] {
@@ -203,9 +207,9 @@ void receive(int, siginfo_t* info, void*)
 
 // Sends signals one by one, each when the last has been served. send(signal, number) sends one.
 template <typename Send, typename Check>
-void sendWhileProbing(Send send, Check check)
+void sendWhileProbing(Send send, Check check, uint32_t features = allFeatures)
 {
-    constexpr int turns = 4000;
+    constexpr int turns = 200;
     Delivery delivery = {};
     lastDelivery = &delivery;
     for (const int signal : guarded) {
@@ -221,14 +225,17 @@ void sendWhileProbing(Send send, Check check)
                 ASSERT_EQ(delivery.process, getpid());
                 check(delivery, turn);
             }
-        });
+        }, features);
         EXPECT_EQ(delivered, turns) << "signal " << signal;
         EXPECT_EQ(signalMask(), mask);
     }
 }
 
+// The kernel drops a signal for a thread that has one of its kind pending: of a sent SIGILL and a trial's own, at the
+// same moment, one is lost. So only trials that run are tried here.
 TEST(SentSignals, toTheTrialsThread)
 {
+    const uint32_t features = ruxGetProcessorInfo(nullptr);
     const pthread_t prober = pthread_self();
     const pid_t proberId = static_cast<pid_t>(syscall(SYS_gettid));
     sendWhileProbing([&](int signal, int turn) { pthread_sigqueue(prober, signal, sigval{turn}); },
@@ -236,12 +243,12 @@ TEST(SentSignals, toTheTrialsThread)
                          ASSERT_EQ(delivery.code, SI_QUEUE);
                          ASSERT_EQ(delivery.value, turn);
                          ASSERT_EQ(delivery.thread, proberId);
-                     });
+                     }, features);
     sendWhileProbing([&](int signal, int) { pthread_kill(prober, signal); },
                      [&](const Delivery& delivery, int) {
                          ASSERT_EQ(delivery.code, SI_TKILL);
                          ASSERT_EQ(delivery.thread, proberId);
-                     });
+                     }, features);
 }
 
 TEST(SentSignals, toAThreadOfTheHost)
@@ -258,6 +265,21 @@ TEST(SentSignals, toTheProcess)
 {
     sendWhileProbing([](int signal, int) { kill(getpid(), signal); },
                      [](const Delivery& delivery, int) { ASSERT_EQ(delivery.code, SI_USER); });
+}
+
+// As many as the system carries, so that many arrive while a trial is under way.
+TEST(SentSignals, inAStorm)
+{
+    const uint64_t mask = signalMask();
+    for (const int signal : guarded) {
+        const HostHandler handler(signal, [](int, siginfo_t*, void*) { ++delivered; });
+        delivered = 0;
+        probeWhile([&] {
+            for (int turn = 0; turn < 20000; ++turn) kill(getpid(), signal);
+        });
+        EXPECT_GT(delivered, 0);
+        EXPECT_EQ(signalMask(), mask);
+    }
 }
 
 }

@@ -23,7 +23,9 @@ TEST(Trial, runsWhatTheProcessorHas)
     ProcessorInfo info;
     ruxGetProcessorInfo(&info);
     for (const uint32_t feature : {1u, 2u, 4u}) {
-        if (info.featureMask & feature) EXPECT_EQ(ruxProbeFeature(feature), 1) << feature;
+        if (!(info.featureMask & feature)) continue;
+        EXPECT_EQ(ruxProbeFeature(feature), 1) << feature;
+        EXPECT_EQ(info.confirmedMask & feature, feature);
     }
     EXPECT_EQ(ruxHasCpuid(), 1);
 }

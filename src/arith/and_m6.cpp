@@ -7,7 +7,7 @@
 namespace rux::m6 {
 namespace {
 
-void andRow(const uint8_t* src1, const uint8_t* src2, uint8_t* dst, size_t bytes)
+[[gnu::noinline]] void andRow(const uint8_t* src1, const uint8_t* src2, uint8_t* dst, size_t bytes)
 {
     const MmxState state;
     combineByteRow<EightBytes>(BitwiseAnd(), src1, src2, dst, bytes);

@@ -10,6 +10,7 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
+// How the loop loads its sources.
 template <typename Lane>
 struct AnyAddress {
     static Lane load(const uint8_t* from) { return Lane::load(from); }
@@ -41,7 +42,7 @@ inline void combineLanes(Combine combine, const uint8_t* src1, const uint8_t* sr
         combine(Source::load(src1 + x), Source::load(src2 + x)).storeAligned(dst + x);
 }
 
-template <typename Lane, typename Combine>
+template <typename Lane, typename Source = AnyAddress<Lane>, typename Combine>
 inline void combineByteRow(Combine combine, const uint8_t* src1, const uint8_t* src2, uint8_t* dst, size_t bytes)
 {
     if (bytes < Lane::size) {
@@ -52,11 +53,7 @@ inline void combineByteRow(Combine combine, const uint8_t* src1, const uint8_t* 
     const Lane first = combine(Lane::load(src1), Lane::load(src2));
     const Lane last = combine(Lane::load(src1 + end), Lane::load(src2 + end));
 
-    const size_t head = bytesToBoundary(dst, Lane::size);
-    if (bytesToBoundary(src1, Lane::size) == head && bytesToBoundary(src2, Lane::size) == head)
-        combineLanes<Lane, OnBoundary<Lane>>(combine, src1, src2, dst, head, bytes);
-    else
-        combineLanes<Lane, AnyAddress<Lane>>(combine, src1, src2, dst, head, bytes);
+    combineLanes<Lane, Source>(combine, src1, src2, dst, bytesToBoundary(dst, Lane::size), bytes);
 
     first.store(dst);
     last.store(dst + end);

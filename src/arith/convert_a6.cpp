@@ -18,7 +18,7 @@ inline size_t floatsFromBlocks(const uint8_t* src, uint8_t* dst, size_t from, si
     return from;
 }
 
-void floatsFromBytes(const uint8_t* src, uint8_t* dst, size_t elements, bool)
+[[gnu::noinline]] void floatsFromBytes(const uint8_t* src, uint8_t* dst, size_t elements, bool)
 {
     const MmxState state;
     const size_t head = floatsToBoundary(dst, elements);
@@ -45,7 +45,7 @@ void convertRow(const uint8_t* src, uint8_t* dst, size_t elements)
     bytesFromFloatsSingly(src, dst, i, elements);
 }
 
-void bytesFromFloats(Rounding rounding, const Rows& rows)
+[[gnu::noinline]] void bytesFromFloats(Rounding rounding, const Rows& rows)
 {
     const MmxState state;
     const VectorRounding guard(rounding);

@@ -5,19 +5,20 @@
 
 #include <xmmintrin.h>
 
+#include "arith/byte_floats.h"
 #include "arith/convert.h"
 #include "arith/float_lanes.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
 
+// From a table: where MMX registers are in use, no compiler may turn to the floating-point stack for a single integer.
 inline void floatsFromBytesSingly(const uint8_t* src, uint8_t* dst, size_t from, size_t to)
 {
-    for (size_t i = from; i < to; ++i) storeOne(dst + i * 4, _mm_cvtsi32_ss(_mm_setzero_ps(), src[i]));
+    for (size_t i = from; i < to; ++i) storeOne(dst + i * 4, _mm_load_ss(byteFloats + src[i]));
 }
 
-// The minimum returns its second operand when the first is a NaN: a NaN becomes 255. Of -0.0 and 0.0 the maximum
-// returns its second operand too.
+// x, a number or NaN, between 0 and 255. The minimum returns its second operand when one is a NaN: a NaN becomes 255.
 inline __m128 clampToBytes(__m128 x)
 {
     return _mm_max_ps(_mm_min_ps(x, _mm_set1_ps(255.0f)), _mm_setzero_ps());

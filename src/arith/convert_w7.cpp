@@ -43,26 +43,46 @@ void floatsFromBytes(const uint8_t* src, uint8_t* dst, size_t elements, bool str
     floatsFromBytesSingly(src, dst, done, elements);
 }
 
-// Rounded in the vector unit's mode.
-template <typename Access>
-inline __m128i integersFromFour(const uint8_t* from)
+// Four integers, rounded in the vector unit's mode; one that has no 32 bits becomes the lowest of all, -2^31.
+struct Unclamped {
+    static __m128i integers(__m128 floats) { return _mm_cvtps_epi32(floats); }
+};
+
+struct Clamped {
+    static __m128i integers(__m128 floats) { return _mm_cvtps_epi32(clampToBytes(floats)); }
+};
+
+struct SixteenWords {
+    __m128i low;
+    __m128i high;
+};
+
+template <typename Access, typename Range>
+inline SixteenWords wordsFromSixteen(const uint8_t* from)
 {
-    return _mm_cvtps_epi32(clampToBytes(Access::load(from)));
+    return {_mm_packs_epi32(Range::integers(Access::load(from)), Range::integers(Access::load(from + 16))),
+            _mm_packs_epi32(Range::integers(Access::load(from + 32)), Range::integers(Access::load(from + 48)))};
+}
+
+// Packing words and then bytes with saturation does what clamping does, but for a NaN or a number of 2^31 and more:
+// they become -2^31 and, as words, -32768. Where a word is that, the block is converted again from clamped floats.
+template <typename Access>
+inline __m128i bytesFromSixteen(const uint8_t* from)
+{
+    SixteenWords words = wordsFromSixteen<Access, Unclamped>(from);
+    const __m128i lowest = _mm_cmpeq_epi16(_mm_min_epi16(words.low, words.high), _mm_set1_epi16(-32768));
+    if (__builtin_expect(_mm_movemask_epi8(lowest) != 0, 0)) words = wordsFromSixteen<Access, Clamped>(from);
+    return _mm_packus_epi16(words.low, words.high);
 }
 
 // Blocks of 16, then of 4.
 template <typename Access>
 inline size_t bytesFromBlocks(const uint8_t* src, uint8_t* dst, size_t from, size_t to)
 {
-    for (; to - from >= 16; from += 16) {
-        const uint8_t* const floats = src + from * 4;
-        const __m128i low = _mm_packs_epi32(integersFromFour<Access>(floats), integersFromFour<Access>(floats + 16));
-        const __m128i high =
-            _mm_packs_epi32(integersFromFour<Access>(floats + 32), integersFromFour<Access>(floats + 48));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + from), _mm_packus_epi16(low, high));
-    }
+    for (; to - from >= 16; from += 16)
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + from), bytesFromSixteen<Access>(src + from * 4));
     for (; to - from >= 4; from += 4) {
-        const __m128i integers = integersFromFour<Access>(src + from * 4);
+        const __m128i integers = Clamped::integers(Access::load(src + from * 4));
         const __m128i words = _mm_packs_epi32(integers, integers);
         store<int32_t>(dst + from, _mm_cvtsi128_si32(_mm_packus_epi16(words, words)));
     }

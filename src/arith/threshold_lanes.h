@@ -1,12 +1,10 @@
 // Thresholds a lane at a time: the part that does not depend on the element.
 //
-// A pattern turns a lane of the source into a lane of the result. Three channels need three lanes until the channels
-// stand in a lane as at the start, so a pattern has a period of 1 or 3 lanes, and the row's last lane, which ends with
-// the last channel, is always the last of a period.
+// A pattern's lanes hold the thresholds and values of the channels that stand there.
 #pragma once
 
+#include "arith/lane_rows.h"
 #include "arith/threshold.h"
-#include "lanes/partial_bytes.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -56,34 +54,11 @@ private:
     BandLanes<Lane> period[lanes];
 };
 
-// The row's last lane may lie over its neighbour. It is read before anything is written and stored after everything
-// else, since in place the neighbour's elements must not be judged twice.
-template <typename Lane, typename Pattern>
-inline void thresholdLanes(const Pattern& pattern, const uint8_t* src, uint8_t* dst, size_t bytes)
-{
-    constexpr size_t size = Lane::size;
-    if (bytes < size) {
-        pattern.putPartial(dst, pattern.apply(loadPartial<Lane>(src, bytes), 0), bytes);
-        return;
-    }
-    constexpr int period = Pattern::lanes;
-    constexpr int turn = period == 3 ? 3 : 4;
-    const Lane last = pattern.apply(Lane::load(src + bytes - size), period - 1);
-
-    size_t at = 0;
-    for (; bytes - at >= turn * size; at += turn * size)
-        for (int lane = 0; lane < turn; ++lane)
-            pattern.put(dst + at + lane * size, pattern.apply(Lane::load(src + at + lane * size), lane % period));
-    for (int lane = 0; bytes - at >= size; at += size, ++lane)
-        pattern.put(dst + at, pattern.apply(Lane::load(src + at), lane % period));
-    if (at < bytes) pattern.put(dst + bytes - size, last);
-}
-
 template <typename Lane, size_t pixelSize, typename Pattern>
 inline void thresholdRowsInLanes(const RowPairs& rows, const Pattern& pattern)
 {
     const size_t bytes = static_cast<size_t>(rows.roiSize.width) * pixelSize;
-    rows.forEach([&](const uint8_t* src, uint8_t* dst) { thresholdLanes<Lane>(pattern, src, dst, bytes); });
+    rows.forEach([&](const uint8_t* src, uint8_t* dst) { transformRow<Lane>(pattern, src, dst, bytes); });
 }
 
 }

@@ -52,6 +52,9 @@ constexpr VectorMatrix ycbcr420Vectors            = {4767, 7,  6537,  1605,  333
 constexpr VectorMatrix yuvVectors                 = {   0, 4,  9338, -3227, -4759, 16645, Green::sum,        0, 1, 0, -3227};
 constexpr VectorMatrix yuv422AlphaVectors         = {   0, 7,  9338,  3227,  4759, 16646, Green::difference, 8, 4, 0,  3227};
 constexpr VectorMatrix yuv420FourthPixelVectors   = {   0, 4,  9339, -3228, -4760, 16646, Green::sum,        0, 1, 4, -3232};
+// To 16 bits a pixel.
+constexpr VectorMatrix ycbcr422Packed16Vectors    = {9535, 7, 13074,  3211,  6660, 16523, Green::difference, 0, 4, 0,  3211};
+constexpr VectorMatrix yuv420Packed16Vectors      = {   0, 7,  9338,  3227,  4759, 16646, Green::difference, 0, 4, 0,  3227};
 
 }
 }

@@ -17,8 +17,8 @@ void rowTo422(const uint8_t* src, uint8_t* dst, size_t width);
 // A chroma sample of two pixels, for want of a partner row or column.
 inline void storeChromaOfTwo(RgbSum sum, uint8_t* cb, uint8_t* cr)
 {
-    *cb = component({cbWeights, partnerlessChroma}, sum);
-    *cr = component({crWeights, partnerlessChroma}, sum);
+    *cb = component(cbOfTwo, sum);
+    *cr = component(crOfTwo, sum);
 }
 
 inline void lastColumnTo420(RgbRows src, Planes420 dst)
@@ -42,8 +42,8 @@ inline void lastRowTo420(const uint8_t* src, uint8_t* luma, uint8_t* cb, uint8_t
     if (width == 0) return;
     const RgbSum corner = pixelAt(src);
     luma[0] = component(roundedLuma, corner);
-    cb[0] = component({cbWeights, onePixelChroma}, corner);
-    cr[0] = component({crWeights, onePixelChroma}, corner);
+    cb[0] = component(cbOfOne, corner);
+    cr[0] = component(crOfOne, corner);
 }
 
 }

@@ -6,16 +6,18 @@
 namespace rux::a6 {
 namespace {
 
+[[gnu::always_inline]] inline void blockTo422(const uint8_t* from, uint8_t* to)
+{
+    const RgbPairs pairs = loadPairs(from);
+    const RgbWords sum = pairs.even + pairs.odd;
+    storePairs<StreamingStores>(weightedSum<blockLuma422>(pairs.even), weightedSum<blockCb422>(sum),
+                                weightedSum<blockLuma422>(pairs.odd), weightedSum<blockCr422>(sum), to);
+}
+
 void rowTo422(const uint8_t* src, uint8_t* dst, size_t width)
 {
-    const auto block = [](const uint8_t* from, uint8_t* to) {
-        const RgbPairs pairs = loadPairs(from);
-        const RgbWords sum = pairs.even + pairs.odd;
-        storePairs<StreamingStores>(weightedSum<blockLuma422>(pairs.even), weightedSum<blockCb422>(sum),
-                                    weightedSum<blockLuma422>(pairs.odd), weightedSum<blockCr422>(sum), to);
-    };
     const size_t fours = width & ~size_t(3);
-    rowTo422Blocks(block, src, dst, fours);
+    rowTo422Blocks<blockTo422>(src, dst, fours);
     lastPixelsTo422(src + fours * 3, dst + fours * 2, width - fours);
 }
 

@@ -17,15 +17,15 @@ void rowPairTo420(RgbRows src, Planes420 dst, size_t pixels)
         dst.lowerLuma[0] = component(roundedLuma, lowerLeft);
         dst.lowerLuma[1] = component(roundedLuma, lowerRight);
         const RgbSum block = upperLeft + upperRight + lowerLeft + lowerRight;
-        dst.cb[0] = component({cbWeights, blockChroma}, block);
-        dst.cr[0] = component({crWeights, blockChroma}, block);
+        dst.cb[0] = component(cbOfBlock, block);
+        dst.cr[0] = component(crOfBlock, block);
     }
 }
 
 void rowTo422(const uint8_t* src, uint8_t* dst, size_t width)
 {
     for (; width >= 2; width -= 2, src += 6, dst += 4) pairTo422(roundedLuma, src, dst);
-    if (width != 0) loneTo422(roundedLuma, {cbWeights, onePixelChroma}, src, dst);
+    if (width != 0) loneTo422(roundedLuma, cbOfOne, src, dst);
 }
 
 }

@@ -16,16 +16,18 @@ inline Words unsignedLuma(RgbWords pixels)
     return shiftedRightUnsigned<8>(wrappingSum(wrappingSum(red, green), blue)) + Words::broadcast(16);
 }
 
+[[gnu::always_inline]] inline void blockTo422(const uint8_t* from, uint8_t* to)
+{
+    const RgbPairs pairs = loadPairs(from);
+    const RgbWords sum = pairs.even + pairs.odd;
+    storePairs<OrdinaryStores>(unsignedLuma(pairs.even), weightedSum<cbOfPair>(sum),
+                               unsignedLuma(pairs.odd), weightedSum<crOfPair>(sum), to);
+}
+
 void rowTo422(const uint8_t* src, uint8_t* dst, size_t width)
 {
-    const auto block = [](const uint8_t* from, uint8_t* to) {
-        const RgbPairs pairs = loadPairs(from);
-        const RgbWords sum = pairs.even + pairs.odd;
-        storePairs<OrdinaryStores>(unsignedLuma(pairs.even), weightedSum<cbWeights, pairChroma>(sum),
-                                   unsignedLuma(pairs.odd), weightedSum<crWeights, pairChroma>(sum), to);
-    };
     const size_t fours = width & ~size_t(3);
-    rowTo422Blocks(block, src, dst, fours);
+    rowTo422Blocks<blockTo422>(src, dst, fours);
     lastPixelsTo422(src + fours * 3, dst + fours * 2, width - fours);
 }
 

@@ -93,14 +93,14 @@ inline RgbBlock addLuma(ChromaTerms terms, Words luma)
 }
 
 template <const VectorMatrix& matrix, typename Layout, typename Stores, typename Row>
-inline void convertBlock(Row src, RgbRow dst)
+[[gnu::always_inline]] inline void convertBlock(Row src, RgbRow dst)
 {
     const PixelBlock block = loadBlock(src);
     storeBlock<Stores>(Layout(), addLuma<matrix>(chromaTerms<matrix>(block.chroma), block.luma), dst.pixels);
 }
 
 template <const VectorMatrix& matrix, typename Layout, typename Stores>
-inline void convertBlock(PlanarRowPair src, RgbRowPair dst)
+[[gnu::always_inline]] inline void convertBlock(PlanarRowPair src, RgbRowPair dst)
 {
     const PixelBlock block = loadBlock(src.upper);
     const ChromaTerms terms = chromaTerms<matrix>(block.chroma);
@@ -108,28 +108,29 @@ inline void convertBlock(PlanarRowPair src, RgbRowPair dst)
     storeBlock<Stores>(Layout(), addLuma<matrix>(terms, Words::load(src.lowerLuma)), dst.lower);
 }
 
-// An even number of pixels. The last block is a whole one that ends with the row and repeats pixels of the one before
-// it; a row that is shorter than a block, or whose fourth pixels would fall on other lanes, goes through a stage.
+// Less than a block, by way of a stage.
+template <const VectorMatrix& matrix, typename Layout, typename Source, typename Destination>
+[[gnu::noinline]] void convertStaged(Source src, Destination dst, size_t pixels)
+{
+    Stage<Source> source(src, pixels);
+    Stage<Destination> destination;
+    convertBlock<matrix, Layout, OrdinaryStores>(source.row(), destination.row());
+    destination.copyTo(dst, pixels * Layout::pixelBytes);
+}
+
+// An even number of pixels. Where the fourth pixel of a row is special, blocks begin at multiples of four only.
 template <const VectorMatrix& matrix, typename Layout, typename Stores, typename Source, typename Destination>
 inline void convertBlocks(Source src, Destination dst, size_t pixels)
 {
     constexpr bool fourthPixelDiffers = matrix.fourthGreenU != matrix.greenU;
-    size_t x = 0;
-    for (; pixels - x >= blockPixels; x += blockPixels) {
+    const auto block = [=](size_t x) {
         prefetchRow(src.at(x));
         convertBlock<matrix, Layout, Stores>(src.at(x), dst.template at<Layout>(x));
-    }
-    if (x == pixels) return;
-
-    if (pixels >= blockPixels && !(fourthPixelDiffers && pixels % 4 != 0)) {
-        x = pixels - blockPixels;
-        convertBlock<matrix, Layout, Stores>(src.at(x), dst.template at<Layout>(x));
-    } else {
-        Stage<Source> source(src.at(x), pixels - x);
-        Stage<Destination> destination;
-        convertBlock<matrix, Layout, OrdinaryStores>(source.row(), destination.row());
-        destination.copyTo(dst.template at<Layout>(x), (pixels - x) * Layout::pixelBytes);
-    }
+    };
+    const auto rest = [=](size_t x) {
+        convertStaged<matrix, Layout>(src.at(x), dst.template at<Layout>(x), pixels - x);
+    };
+    forEachBlock(pixels, !fourthPixelDiffers || pixels % 4 == 0, block, rest);
 }
 
 }

@@ -1,8 +1,8 @@
 // Rows as the vector conversions take them: one or a 4:2:0 pair, block by block.
 #pragma once
 
+#include "colour/blocks.h"
 #include "colour/pixel_rows.h"
-#include "colour/stage.h"
 
 namespace rux::RUX_LEVEL {
 namespace {

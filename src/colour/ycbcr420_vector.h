@@ -31,18 +31,20 @@ inline Words mergedLuma(RgbPairs pairs)
     return mergeBytes(scaledSum<blockLuma420, 128>(pairs.even), scaledSum<blockLuma420, 128>(pairs.odd));
 }
 
+[[gnu::always_inline]] inline void blockTo420(RgbRows from, Planes420 to)
+{
+    const RgbPairs upper = loadPairs(from.upper);
+    const RgbPairs lower = loadPairs(from.lower);
+    mergedLuma(upper).store(to.luma);
+    mergedLuma(lower).store(to.lowerLuma);
+    const RgbWords sum = upper.even + upper.odd + (lower.even + lower.odd);
+    storeChroma(scaledSum<blockCb420, 32>(sum), to.cb);
+    storeChroma(scaledSum<blockCr420, 32>(sum), to.cr);
+}
+
 void rowPairTo420(RgbRows src, Planes420 dst, size_t pixels)
 {
-    const auto block = [](RgbRows from, Planes420 to) {
-        const RgbPairs upper = loadPairs(from.upper);
-        const RgbPairs lower = loadPairs(from.lower);
-        mergedLuma(upper).store(to.luma);
-        mergedLuma(lower).store(to.lowerLuma);
-        const RgbWords sum = upper.even + upper.odd + (lower.even + lower.odd);
-        storeChroma(scaledSum<blockCb420, 32>(sum), to.cb);
-        storeChroma(scaledSum<blockCr420, 32>(sum), to.cr);
-    };
-    rowPairTo420Blocks(block, src, dst, pixels);
+    rowPairTo420Blocks<blockTo420>(src, dst, pixels);
 }
 
 // Fewer than four pixels behind the blocks: a pair of which neither luma is rounded, and a lone one.

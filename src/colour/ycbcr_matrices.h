@@ -28,13 +28,17 @@ constexpr Weights crWeights = {28770, -24117, -4653};
 constexpr Component roundedLuma = {lumaWeights, {0x108000, 16}};
 constexpr Component unroundedLuma = {lumaWeights, {0x100000, 16}};
 
-// 4:2:0: over four pixels, over two where a column or a row has no partner, and over the one in the corner.
-constexpr Rounding blockChroma = {33587200, 18};
-constexpr Rounding partnerlessChroma = {16793600, 17};
-constexpr Rounding onePixelChroma = {0x808000, 16};
+// 4:2:0: chroma of four pixels, of two where a column or a row has no partner, and of the one in the corner.
+constexpr Component cbOfBlock = {cbWeights, {33587200, 18}};
+constexpr Component crOfBlock = {crWeights, {33587200, 18}};
+constexpr Component cbOfTwo = {cbWeights, {16793600, 17}};
+constexpr Component crOfTwo = {crWeights, {16793600, 17}};
+constexpr Component cbOfOne = {cbWeights, {0x808000, 16}};
+constexpr Component crOfOne = {crWeights, {0x808000, 16}};
 
-// 4:2:2: over a pair.
-constexpr Rounding pairChroma = {0x1010000, 17};
+// 4:2:2: chroma of a pair.
+constexpr Component cbOfPair = {cbWeights, {0x1010000, 17}};
+constexpr Component crOfPair = {crWeights, {0x1010000, 17}};
 
 // 4:2:2, the lone last pixel at a6 and w7.
 constexpr Component vectorLoneLuma = {{16842, 33030, 6422}, {0x100000, 16}};

@@ -53,9 +53,9 @@ inline void pairTo422(Component firstLuma, const uint8_t* src, uint8_t* dst)
     const RgbSum left = pixelAt(src);
     const RgbSum right = pixelAt(src + 3);
     dst[0] = component(firstLuma, left);
-    dst[1] = component({cbWeights, pairChroma}, left + right);
+    dst[1] = component(cbOfPair, left + right);
     dst[2] = component(unroundedLuma, right);
-    dst[3] = component({crWeights, pairChroma}, left + right);
+    dst[3] = component(crOfPair, left + right);
 }
 
 // A lone last pixel as Y, Cb.

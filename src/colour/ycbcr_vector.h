@@ -2,7 +2,7 @@
 // registers of their own, so that the sums over pairs are sums of registers.
 #pragma once
 
-#include "colour/stage.h"
+#include "colour/blocks.h"
 #include "colour/ycbcr_scalar.h"
 
 namespace rux::RUX_LEVEL {
@@ -32,9 +32,11 @@ inline RgbPairs loadPairs(const uint8_t* src)
 
 // A component in 32 bits. A green weight beyond 16 bits is halved and the green doubled; the addend comes in as the
 // product of its 2048th part and a lane of 2048.
-template <const Weights& weights, const Rounding& rounding>
+template <const Component& of>
 inline Words weightedSum(RgbWords pixels)
 {
+    constexpr Weights weights = of.weights;
+    constexpr Rounding rounding = of.rounding;
     constexpr bool halved = weights.green > 0x7FFF;
     static_assert(!halved || weights.green % 2 == 0);
     static_assert(rounding.addend % 2048 == 0 && rounding.addend / 2048 <= 0x7FFF);
@@ -50,12 +52,6 @@ inline Words weightedSum(RgbWords pixels)
         doubleWordSum(multiplyAddPairs(interleaveHighWords(pixels.red, green), redGreenWeights),
                       multiplyAddPairs(interleaveHighWords(pixels.blue, unit), blueWeights));
     return packWords(doubleWordsShiftedRight<rounding.shift>(low), doubleWordsShiftedRight<rounding.shift>(high));
-}
-
-template <const Component& of>
-inline Words weightedSum(RgbWords pixels)
-{
-    return weightedSum<of.weights, of.rounding>(pixels);
 }
 
 // Words of 0..255 to bytes, even and odd pixels side by side.
@@ -79,56 +75,48 @@ inline void storeChroma(Words chroma, uint8_t* dst)
     storeHalf(packBytes(chroma, chroma), dst);
 }
 
-// An even number of pixels, block by block. The last block is a whole one that ends with the row and repeats pixels of
-// the one before it; a row that is shorter than a block goes through a stage.
-template <typename Block>
-inline void rowTo422Blocks(Block block, const uint8_t* src, uint8_t* dst, size_t pixels)
+// An even number of pixels.
+template <void block(const uint8_t*, uint8_t*)>
+inline void rowTo422Blocks(const uint8_t* src, uint8_t* dst, size_t pixels)
 {
-    size_t x = 0;
-    for (; pixels - x >= blockPixels; x += blockPixels) {
+    const auto whole = [=](size_t x) {
         prefetch(src + x * 3, 48);
         block(src + x * 3, dst + x * 2);
-    }
-    if (x == pixels) return;
-
-    if (pixels >= blockPixels) {
-        x = pixels - blockPixels;
-        block(src + x * 3, dst + x * 2);
-    } else {
+    };
+    const auto rest = [=](size_t x) {
         uint8_t source[blockPixels * 3] = {};
         uint8_t destination[blockPixels * 2];
-        copyShortRow(src, source, pixels * 3);
+        copyShortRow(src + x * 3, source, (pixels - x) * 3);
         block(source, destination);
-        copyShortRow(destination, dst, pixels * 2);
-    }
+        copyShortRow(destination, dst + x * 2, (pixels - x) * 2);
+    };
+    forEachBlock(pixels, true, whole, rest);
 }
 
-template <typename Block>
-inline void rowPairTo420Blocks(Block block, RgbRows src, Planes420 dst, size_t pixels)
+template <void block(RgbRows, Planes420)>
+inline void rowPairTo420Blocks(RgbRows src, Planes420 dst, size_t pixels)
 {
-    size_t x = 0;
-    for (; pixels - x >= blockPixels; x += blockPixels) {
+    const auto whole = [=](size_t x) {
         prefetch(src.upper + x * 3);
         prefetch(src.lower + x * 3);
         block(src.at(x), dst.at(x));
-    }
-    if (x == pixels) return;
-
-    if (pixels >= blockPixels) {
-        x = pixels - blockPixels;
-        block(src.at(x), dst.at(x));
-    } else {
+    };
+    const auto rest = [=](size_t x) {
+        const RgbRows from = src.at(x);
+        const Planes420 to = dst.at(x);
+        const size_t left = pixels - x;
         uint8_t upper[blockPixels * 3] = {};
         uint8_t lower[blockPixels * 3] = {};
         uint8_t luma[blockPixels], lowerLuma[blockPixels], cb[blockPixels / 2], cr[blockPixels / 2];
-        copyShortRow(src.upper, upper, pixels * 3);
-        copyShortRow(src.lower, lower, pixels * 3);
-        block(RgbRows{upper, lower}, Planes420{luma, lowerLuma, cb, cr});
-        copyShortRow(luma, dst.luma, pixels);
-        copyShortRow(lowerLuma, dst.lowerLuma, pixels);
-        copyShortRow(cb, dst.cb, pixels / 2);
-        copyShortRow(cr, dst.cr, pixels / 2);
-    }
+        copyShortRow(from.upper, upper, left * 3);
+        copyShortRow(from.lower, lower, left * 3);
+        block({upper, lower}, {luma, lowerLuma, cb, cr});
+        copyShortRow(luma, to.luma, left);
+        copyShortRow(lowerLuma, to.lowerLuma, left);
+        copyShortRow(cb, to.cb, left / 2);
+        copyShortRow(cr, to.cr, left / 2);
+    };
+    forEachBlock(pixels, true, whole, rest);
 }
 
 }

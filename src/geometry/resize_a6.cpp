@@ -44,7 +44,7 @@ inline CubicTerms loadTerms(const uint8_t* src, const int32_t* offsets)
 [[gnu::noinline]] void combineBlocks(CubicRows& rows, float fraction, uint8_t* dst, int32_t width)
 {
     const MmxState state;
-    const CubicFactors at = columnBlockFactors(all(fraction));
+    const CubicFactors at = columnBlockFactors(allAlike(fraction));
     for (int32_t j = 0; j < width; j += 4) {
         const __m128 value = combineFour(rows, j, at);
         const __m64 words = _mm_packs_pi32(_mm_cvtps_pi32(value), _mm_cvtps_pi32(_mm_movehl_ps(value, value)));

@@ -36,6 +36,15 @@ inline __m128 all(float value)
     return _mm_set1_ps(value);
 }
 
+// All lanes alike without the compiler's knowledge: from such vectors it would make steps of one lane, on the
+// floating-point stack and unrounded.
+inline __m128 allAlike(float value)
+{
+    __m128 lanes = _mm_set1_ps(value);
+    asm("" : "+x"(lanes));
+    return lanes;
+}
+
 inline CubicFactors rowBlockFactors(__m128 t)
 {
     const __m128 u = _mm_add_ps(all(1.0f), t);
@@ -123,7 +132,7 @@ inline void combineTail(CubicRows& rows, float fraction, uint8_t* dst, int32_t f
     _mm_storeu_ps(e1, second);
     _mm_storeu_ps(e2, third);
     _mm_storeu_ps(e3, _mm_sub_ps(_mm_add_ps(_mm_sub_ps(_mm_sub_ps(d, c), c), b), third));
-    const CubicFactors at = tailFactors(all(fraction));
+    const CubicFactors at = tailFactors(allAlike(fraction));
     _mm_store_ss(&u, at.u);
     _mm_store_ss(&h, at.h);
     _mm_store_ss(&q, at.q);

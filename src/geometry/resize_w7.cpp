@@ -35,7 +35,7 @@ void scaleRowCubic(const uint8_t* src, const int32_t* offsets, const float* frac
 
 void combineBlocks(CubicRows& rows, float fraction, uint8_t* dst, int32_t width)
 {
-    const CubicFactors at = columnBlockFactors(all(fraction));
+    const CubicFactors at = columnBlockFactors(allAlike(fraction));
     int32_t j = 0;
     for (; j + 8 <= width; j += 8) {
         const __m128i words = _mm_packs_epi32(_mm_cvtps_epi32(combineFour(rows, j, at)),

@@ -6,10 +6,11 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-// Fewer than 16 bytes, in ever smaller moves.
+// Fewer bytes than the limit, 8 or 16, in ever smaller moves.
+template <size_t limit = 16>
 inline void copyFewBytes(const uint8_t* src, uint8_t* dst, size_t bytes)
 {
-    if (bytes & 8) {
+    if (limit > 8 && (bytes & 8)) {
         store(dst, load<uint32_t>(src));
         store(dst + 4, load<uint32_t>(src + 4));
         src += 8, dst += 8;
@@ -30,7 +31,7 @@ template <typename Lane>
 inline Lane loadPartial(const uint8_t* from, size_t bytes)
 {
     uint8_t lane[Lane::size] = {};
-    copyFewBytes(from, lane, bytes);
+    copyFewBytes<Lane::size>(from, lane, bytes);
     return Lane::load(lane);
 }
 
@@ -39,7 +40,7 @@ inline void storePartial(Lane value, uint8_t* to, size_t bytes)
 {
     uint8_t lane[Lane::size];
     value.store(lane);
-    copyFewBytes(lane, to, bytes);
+    copyFewBytes<Lane::size>(lane, to, bytes);
 }
 
 }

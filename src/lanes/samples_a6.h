@@ -15,15 +15,19 @@ using Samples16 = Pair<EightBytes>;
 using Words8 = Pair<SaturatingWords4>;
 using Words16 = Pair<Words8>;
 
-inline Samples8 broadcastByte(uint8_t value, Samples8*)
+template <typename Samples>
+Samples broadcastByte(uint8_t value);
+
+template <>
+inline Samples8 broadcastByte<Samples8>(uint8_t value)
 {
-    return {_mm_set1_pi32(static_cast<int>(value * 0x01010101u))};
+    return {_mm_set1_pi8(static_cast<char>(value))};
 }
 
-inline Samples16 broadcastByte(uint8_t value, Samples16*)
+template <>
+inline Samples16 broadcastByte<Samples16>(uint8_t value)
 {
-    const Samples8 half = broadcastByte(value, static_cast<Samples8*>(nullptr));
-    return {half, half};
+    return {broadcastByte<Samples8>(value), broadcastByte<Samples8>(value)};
 }
 
 // (a + b + 1) >> 1

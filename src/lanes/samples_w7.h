@@ -21,9 +21,9 @@ using Words8 = SaturatingWords8;
 using Words16 = Pair<SaturatingWords8>;
 
 template <typename Samples>
-inline Samples broadcastByte(uint8_t value, Samples*)
+inline Samples broadcastByte(uint8_t value)
 {
-    return {_mm_set1_epi32(static_cast<int>(value * 0x01010101u))};
+    return {_mm_set1_epi8(static_cast<char>(value))};
 }
 
 // (a + b + 1) >> 1

@@ -44,6 +44,11 @@ inline SaturatingWords4 operator^(SaturatingWords4 a, SaturatingWords4 b)
     return {_mm_xor_si64(a.value, b.value)};
 }
 
+inline SaturatingWords4 andNot(SaturatingWords4 mask, SaturatingWords4 a)
+{
+    return {_mm_andnot_si64(mask.value, a.value)};
+}
+
 // The bits that leave a word at the left are lost.
 template <int bits>
 inline SaturatingWords4 shiftedLeft(SaturatingWords4 a)
@@ -60,6 +65,11 @@ inline SaturatingWords4 shiftedRight(SaturatingWords4 a)
 inline SaturatingWords4 wrappingSum(SaturatingWords4 a, SaturatingWords4 b)
 {
     return {_mm_add_pi16(a.value, b.value)};
+}
+
+inline SaturatingWords4 wrappingDifference(SaturatingWords4 a, SaturatingWords4 b)
+{
+    return {_mm_sub_pi16(a.value, b.value)};
 }
 
 // The low and the high word of the signed product.

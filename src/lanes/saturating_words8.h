@@ -51,6 +51,11 @@ inline SaturatingWords8 operator^(SaturatingWords8 a, SaturatingWords8 b)
     return {_mm_xor_si128(a.value, b.value)};
 }
 
+inline SaturatingWords8 andNot(SaturatingWords8 mask, SaturatingWords8 a)
+{
+    return {_mm_andnot_si128(mask.value, a.value)};
+}
+
 // The bits that leave a word at the left are lost.
 template <int bits>
 inline SaturatingWords8 shiftedLeft(SaturatingWords8 a)
@@ -67,6 +72,11 @@ inline SaturatingWords8 shiftedRight(SaturatingWords8 a)
 inline SaturatingWords8 wrappingSum(SaturatingWords8 a, SaturatingWords8 b)
 {
     return {_mm_add_epi16(a.value, b.value)};
+}
+
+inline SaturatingWords8 wrappingDifference(SaturatingWords8 a, SaturatingWords8 b)
+{
+    return {_mm_sub_epi16(a.value, b.value)};
 }
 
 // The low and the high word of the signed product.

@@ -1,7 +1,7 @@
 // Channels of three-byte pixels put into another order, in lanes of the level's width.
 //
-// dst[3k + c] = src[3k + order[c]]: in the row's bytes, channel c comes from order[c] - c bytes further on. So a lane of
-// the result is the sum of three loads, one at each channel's distance, each masked to its channel's bytes.
+// dst[3k + c] = src[3k + order[c]]: in the row's bytes, channel c comes from order[c] - c bytes further on. So a lane
+// of the result is the union of three loads, one at each channel's distance, each masked to its channel's bytes.
 #pragma once
 
 #include "frame/bytes.h"
@@ -21,6 +21,12 @@ struct PixelGroup {
         lanes[0].store(to);
         lanes[1].store(to + Lane::size);
         lanes[2].store(to + 2 * Lane::size);
+    }
+    void storeAligned(uint8_t* to) const
+    {
+        lanes[0].storeAligned(to);
+        lanes[1].storeAligned(to + Lane::size);
+        lanes[2].storeAligned(to + 2 * Lane::size);
     }
 };
 

@@ -19,7 +19,7 @@ void streamEights(const uint8_t* src, uint8_t* dst, size_t count)
 }
 
 template <typename Element>
-void copyRun(const uint8_t* src, uint8_t* dst, size_t bytes, bool)
+[[gnu::noinline]] void copyRun(const uint8_t* src, uint8_t* dst, size_t bytes, bool)
 {
     const MmxState state;
     if (bytes >= 8) {

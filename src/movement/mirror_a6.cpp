@@ -24,14 +24,14 @@ inline EightBytes reverseBytes(EightBytes a)
 }
 
 template <typename Pixel>
-void exchange(uint8_t* a, uint8_t* b, size_t pixels)
+[[gnu::noinline]] void exchange(uint8_t* a, uint8_t* b, size_t pixels)
 {
     const MmxState state;
     exchangeLanes<EightBytes>(Pixel(), a, b, pixels);
 }
 
 template <typename Pixel>
-void exchangeReversed(uint8_t* a, uint8_t* b, size_t pixels)
+[[gnu::noinline]] void exchangeReversed(uint8_t* a, uint8_t* b, size_t pixels)
 {
     const MmxState state;
     exchangeReversedLanes<EightBytes>(Pixel(), a, b, pixels);

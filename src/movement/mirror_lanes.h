@@ -80,7 +80,7 @@ private:
 };
 
 // Groups of two runs from the outer ends inward. The last group may lie over others: it is computed before anything is
-// written and stored at the end. Pixels at an edge where no group may stand go singly.
+// written and stored at the end. Pixels at an edge where no group may stand go singly. The loop takes two at a time.
 template <typename Pixel, bool reversed, typename Exchange>
 void exchangeGroups(const Exchange& exchanged, uint8_t* a, uint8_t* b, size_t pixels)
 {
@@ -106,8 +106,15 @@ void exchangeGroups(const Exchange& exchanged, uint8_t* a, uint8_t* b, size_t pi
         exchangePixel<Pixel>(a, b + (reversed ? lastPixel : 0));
         exchangePixel<Pixel>(a + lastPixel, b + (reversed ? 0 : lastPixel));
     }
-    for (size_t at = Exchange::edge; at < last; at += Exchange::bytes)
-        storeAt(exchanged(a + at, b + partnerOf(at)), at);
+    size_t at = Exchange::edge;
+    for (; at + Exchange::bytes < last; at += 2 * Exchange::bytes) {
+        const size_t next = at + Exchange::bytes;
+        const auto groups = exchanged(a + at, b + partnerOf(at));
+        const auto nextGroups = exchanged(a + next, b + partnerOf(next));
+        storeAt(groups, at);
+        storeAt(nextGroups, next);
+    }
+    if (at < last) storeAt(exchanged(a + at, b + partnerOf(at)), at);
     storeAt(lastGroups, last);
 }
 

@@ -14,7 +14,7 @@ void copyBlocks(const uint8_t* src, uint8_t* dst, size_t blocks)
         for (int at = 0; at < 64; at += 8) store(dst + at, loadEight(src + at));
 }
 
-void copyBytes(const uint8_t* src, uint8_t* dst, size_t bytes)
+[[gnu::noinline]] void copyBytes(const uint8_t* src, uint8_t* dst, size_t bytes)
 {
     const MmxState state;
     if (bytes >= 64) {

@@ -13,7 +13,7 @@ inline __m64 pattern64(uint32_t pattern)
 }
 
 template <typename Element>
-void fillBytes(uint8_t* dst, Element value, size_t bytes)
+[[gnu::noinline]] void fillBytes(uint8_t* dst, Element value, size_t bytes)
 {
     const MmxState state;
     uint32_t pattern = pattern32(value);

@@ -14,7 +14,7 @@ inline __m64 pattern64(uint32_t pattern)
 }
 
 template <typename Element>
-void fillRun(uint8_t* dst, Element value, size_t bytes, bool)
+[[gnu::noinline]] void fillRun(uint8_t* dst, Element value, size_t bytes, bool)
 {
     const MmxState state;
     uint32_t pattern = pattern32(value);

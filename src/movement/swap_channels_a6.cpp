@@ -6,7 +6,7 @@
 namespace rux::a6 {
 namespace {
 
-void swapRow(const uint8_t* src, uint8_t* dst, size_t pixels, ChannelOrder order)
+[[gnu::noinline]] void swapRow(const uint8_t* src, uint8_t* dst, size_t pixels, ChannelOrder order)
 {
     const MmxState state;
     swapRowInLanes<EightBytes>(src, dst, pixels, order);

@@ -1,4 +1,4 @@
-// The row coefficients of the vector levels' transforms.
+// The constants of the vector levels' transforms.
 //
 // cosines[t][k] = 2^15 cos(k pi/16) scaled by the factor that the column stage leaves out for the rows of table t, so
 // that the column stage can use bare tangents.
@@ -21,12 +21,24 @@ constexpr int16_t cosines[4][8] = {
 // The table of each row of a block.
 constexpr int tableOfRow[8] = {0, 1, 2, 3, 0, 3, 2, 1};
 
-// Tangents and cosines for a high product, 16 fractional bits; those above 1/2 less one.
+// Tangents and cosines for a high product, 16 fractional bits.
 constexpr int16_t tangent1 = 13036;            // tan(pi/16)
 constexpr int16_t tangent2 = 27146;            // tan(2 pi/16)
 constexpr int16_t tangent3LessOne = -21746;    // tan(3 pi/16) - 1
 constexpr int16_t cosine4LessOne = -19195;     // cos(4 pi/16) - 1
 constexpr int16_t halfCosine4 = 23170;         // cos(4 pi/16) / 2
+
+// value * (1 + factor / 65536), for the factors that are stored less one: above 1/2 they do not fit a signed word.
+template <typename Words>
+inline Words productOnePlus(Words value, int16_t factor)
+{
+    return highProduct(value, factor) + value;
+}
+
+constexpr int16_t negative(int16_t value)
+{
+    return static_cast<int16_t>(-value);
+}
 
 }
 }

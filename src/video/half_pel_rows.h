@@ -3,8 +3,8 @@
 // Each class gives a row's prediction by next(), and has read by then what the mode names up to that row: a row below,
 // a column to the right, and nothing else. What is shared by neighbouring rows is read and averaged once.
 //
-// With a, b to its right, c below and d below b, P0 = avg(a, b) and P1 = avg(c, d), where avg rounds up. A Rounding says
-// how the averages are brought lower before they meet: first() on a, above() on P0, below() on P1.
+// With a, b to its right, c below and d below b, P0 = avg(a, b) and P1 = avg(c, d), where avg rounds up. A Rounding
+// says how the averages are brought lower before they meet: first() on a, above() on P0, below() on P1.
 #pragma once
 
 #include "video/motion_compensation.h"
@@ -13,12 +13,22 @@ namespace rux::RUX_LEVEL {
 namespace {
 
 // The averages as they are.
-template <typename Samples>
 struct RoundUp {
-    explicit RoundUp(int32_t) {}
-    Samples first(Samples a) const { return a; }
-    Samples above(Samples p0) const { return p0; }
-    Samples below(Samples p1) const { return p1; }
+    template <typename Samples>
+    static Samples first(Samples a)
+    {
+        return a;
+    }
+    template <typename Samples>
+    static Samples above(Samples p0)
+    {
+        return p0;
+    }
+    template <typename Samples>
+    static Samples below(Samples p1)
+    {
+        return p1;
+    }
 };
 
 template <typename Samples>
@@ -39,55 +49,50 @@ private:
 template <typename Samples, typename Rounding>
 class HalfHorizontalRows {
 public:
-    HalfHorizontalRows(Reference reference, Rounding how) : at(reference), rounding(how) {}
+    explicit HalfHorizontalRows(Reference reference) : at(reference) {}
     Samples next()
     {
         const Samples a = Samples::load(at.samples);
         const Samples b = Samples::load(at.samples + 1);
         at.samples += at.stride;
-        return average(rounding.first(a), b);
+        return average(Rounding::first(a), b);
     }
 
 private:
     Reference at;
-    Rounding rounding;
 };
 
 template <typename Samples, typename Rounding>
 class HalfVerticalRows {
 public:
-    HalfVerticalRows(Reference reference, Rounding how)
-        : at(reference), rounding(how), a(Samples::load(reference.samples))
-    {
-    }
+    explicit HalfVerticalRows(Reference reference) : at(reference), a(Samples::load(reference.samples)) {}
     Samples next()
     {
         at.samples += at.stride;
         const Samples c = Samples::load(at.samples);
-        const Samples prediction = average(rounding.first(a), c);
+        const Samples prediction = average(Rounding::first(a), c);
         a = c;
         return prediction;
     }
 
 private:
     Reference at;
-    Rounding rounding;
     Samples a;
 };
 
 template <typename Samples, typename Rounding>
 class HalfBothRows {
 public:
-    HalfBothRows(Reference reference, Rounding how) : at(reference), rounding(how), p0(averageOfRow()) {}
-    Samples next() { return next(rounding); }
+    explicit HalfBothRows(Reference reference) : at(reference), p0(averageOfRow()) {}
+    Samples next() { return nextRounded<Rounding>(); }
 
     // A row with a rounding of its own.
     template <typename OwnRounding>
-    Samples next(OwnRounding own)
+    Samples nextRounded()
     {
         at.samples += at.stride;
         const Samples p1 = averageOfRow();
-        const Samples prediction = average(own.above(p0), own.below(p1));
+        const Samples prediction = average(OwnRounding::above(p0), OwnRounding::below(p1));
         p0 = p1;
         return prediction;
     }
@@ -96,16 +101,15 @@ private:
     Samples averageOfRow() const { return average(Samples::load(at.samples), Samples::load(at.samples + 1)); }
 
     Reference at;
-    Rounding rounding;
     Samples p0;
 };
 
 template <int mode, typename Samples, typename Rounding>
-inline auto halfPelRows(Reference reference, Rounding rounding)
+inline auto halfPelRows(Reference reference)
 {
-    if constexpr (mode == modeIndex(mcHalfVert)) return HalfVerticalRows<Samples, Rounding>(reference, rounding);
-    else if constexpr (mode == modeIndex(mcHalfHorz)) return HalfHorizontalRows<Samples, Rounding>(reference, rounding);
-    else if constexpr (mode == modeIndex(mcHalfBoth)) return HalfBothRows<Samples, Rounding>(reference, rounding);
+    if constexpr (mode == modeIndex(mcHalfVert)) return HalfVerticalRows<Samples, Rounding>(reference);
+    else if constexpr (mode == modeIndex(mcHalfHorz)) return HalfHorizontalRows<Samples, Rounding>(reference);
+    else if constexpr (mode == modeIndex(mcHalfBoth)) return HalfBothRows<Samples, Rounding>(reference);
     else return FullPelRows<Samples>(reference);
 }
 

@@ -18,11 +18,6 @@ struct InverseRowFactors {
     alignas(16) int16_t x57[8];
 };
 
-constexpr int16_t negative(int16_t value)
-{
-    return static_cast<int16_t>(-value);
-}
-
 constexpr InverseRowFactors inverseRowFactorsOf(const int16_t (&k)[8])
 {
     return {

@@ -38,7 +38,7 @@ void compensate(int mode, Reference reference, const Block& block, int32_t round
     const MmxState state;
     const Kernel kernel = width == 16 ? exactKernels<Samples16>[mode]
                           : roundControl & 1 ? exactKernels<Samples8>[mode]
-                                             : averagingKernels<Samples8, DecrementAbove<Samples8>>[mode];
+                                             : averagingKernels<Samples8, DecrementAbove>[mode];
     kernel(reference, block, height, roundControl);
 }
 
@@ -48,8 +48,9 @@ void compensateBoth(int forwardMode, Reference forward, int backwardMode, Refere
 {
     using Samples = std::conditional_t<width == 16, Samples16, Samples8>;
     const MmxState state;
-    kernelsBoth<Samples, RoundByControl<Samples>>[backwardMode][forwardMode](forward, backward, block, height,
-                                                                             roundControl);
+    const KernelBoth kernel = roundControl & 1 ? kernelsBoth<Samples, RoundOdd>[backwardMode][forwardMode]
+                                               : kernelsBoth<Samples, RoundEven>[backwardMode][forwardMode];
+    kernel(forward, backward, block, height);
 }
 
 }

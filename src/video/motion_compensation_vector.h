@@ -7,7 +7,7 @@ namespace rux::RUX_LEVEL {
 namespace {
 
 using Kernel = void (*)(Reference, const Block&, int32_t height, int32_t roundControl);
-using KernelBoth = void (*)(Reference, Reference, const Block&, int32_t height, int32_t roundControl);
+using KernelBoth = void (*)(Reference, Reference, const Block&, int32_t height);
 
 Words8 loadResidual(const uint8_t* from, Samples8);
 Words16 loadResidual(const uint8_t* from, Samples16);
@@ -38,9 +38,9 @@ void rebuildExact(Reference reference, const Block& block, int32_t height, int32
 }
 
 template <int mode, typename Samples, typename Rounding>
-void rebuildAveraged(Reference reference, const Block& block, int32_t height, int32_t roundControl)
+void rebuildAveraged(Reference reference, const Block& block, int32_t height, int32_t)
 {
-    auto rows = halfPelRows<mode, Samples>(reference, Rounding(roundControl));
+    auto rows = halfPelRows<mode, Samples, Rounding>(reference);
     Block rest = block;
     rebuildRows<Samples>(rows, rest, height);
 }
@@ -48,23 +48,25 @@ void rebuildAveraged(Reference reference, const Block& block, int32_t height, in
 // The contract's (max(t, 0) + 1) >> 1 with t = pf + e + e + pb is e + avg(pf, pb) where t is not negative; elsewhere
 // it is 0, and e + avg(pf, pb) is not positive and saturates to 0 as well. Where a sum of t saturates at 16 bits, e is
 // so large that both saturate to the same byte.
-template <typename Forward, typename Backward>
+template <int forwardMode, int backwardMode, typename Samples, typename Rounding>
 class AverageOfRows {
 public:
-    AverageOfRows(Forward first, Backward second) : forward(first), backward(second) {}
-    auto next() { return average(forward.next(), backward.next()); }
+    AverageOfRows(Reference first, Reference second)
+        : forward(halfPelRows<forwardMode, Samples, Rounding>(first)),
+          backward(halfPelRows<backwardMode, Samples, Rounding>(second))
+    {
+    }
+    Samples next() { return average(forward.next(), backward.next()); }
 
 private:
-    Forward forward;
-    Backward backward;
+    decltype(halfPelRows<forwardMode, Samples, Rounding>(Reference())) forward;
+    decltype(halfPelRows<backwardMode, Samples, Rounding>(Reference())) backward;
 };
 
 template <int forwardMode, int backwardMode, typename Samples, typename Rounding>
-void rebuildBoth(Reference forward, Reference backward, const Block& block, int32_t height, int32_t roundControl)
+void rebuildBoth(Reference forward, Reference backward, const Block& block, int32_t height)
 {
-    const Rounding rounding(roundControl);
-    AverageOfRows rows(halfPelRows<forwardMode, Samples>(forward, rounding),
-                       halfPelRows<backwardMode, Samples>(backward, rounding));
+    AverageOfRows<forwardMode, backwardMode, Samples, Rounding> rows(forward, backward);
     Block rest = block;
     rebuildRows<Samples>(rows, rest, height);
 }
@@ -91,29 +93,36 @@ constexpr KernelBoth kernelsBoth[4][4] = {
      rebuildBoth<2, 3, Samples, Rounding>, rebuildBoth<3, 3, Samples, Rounding>},
 };
 
-// P0 one lower before it meets P1.
-template <typename Samples>
-struct DecrementAbove : RoundUp<Samples> {
-    using RoundUp<Samples>::RoundUp;
-    Samples above(Samples p0) const { return decremented(p0); }
+// One reference: P0 one lower before it meets P1.
+struct DecrementAbove : RoundUp {
+    template <typename Samples>
+    static Samples above(Samples p0)
+    {
+        return decremented(p0);
+    }
 };
 
-// Two references: a lower by an odd roundControl, P1 by 1 more than that, floored at 0.
-template <typename Samples>
-class RoundByControl {
-public:
-    explicit RoundByControl(int32_t roundControl)
-        : control(broadcastByte(static_cast<uint8_t>(roundControl & 1), static_cast<Samples*>(nullptr))),
-          controlAndOne(broadcastByte(static_cast<uint8_t>(1 + (roundControl & 1)), static_cast<Samples*>(nullptr)))
+// Two references and an even roundControl: P1 one lower, floored at 0.
+struct RoundEven : RoundUp {
+    template <typename Samples>
+    static Samples below(Samples p1)
     {
+        return subtractSaturated(p1, broadcastByte<Samples>(1));
     }
-    Samples first(Samples a) const { return subtractSaturated(a, control); }
-    Samples above(Samples p0) const { return p0; }
-    Samples below(Samples p1) const { return subtractSaturated(p1, controlAndOne); }
+};
 
-private:
-    Samples control;
-    Samples controlAndOne;
+// Two references and an odd roundControl: a one lower and P1 two, floored at 0.
+struct RoundOdd : RoundUp {
+    template <typename Samples>
+    static Samples first(Samples a)
+    {
+        return subtractSaturated(a, broadcastByte<Samples>(1));
+    }
+    template <typename Samples>
+    static Samples below(Samples p1)
+    {
+        return subtractSaturated(p1, broadcastByte<Samples>(2));
+    }
 };
 
 }

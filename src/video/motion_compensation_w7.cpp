@@ -32,41 +32,33 @@ inline void storeResult(Samples16 result, uint8_t* to)
     result.storeAligned(to);
 }
 
-template <typename Samples>
-struct DecrementAboveZero : RoundUp<Samples> {
-    using RoundUp<Samples>::RoundUp;
-    Samples above(Samples p0) const { return decrementedAboveZero(p0); }
-};
-
-// Two references, roundControl not read.
-template <typename Samples>
-struct DecrementBelow : RoundUp<Samples> {
-    using RoundUp<Samples>::RoundUp;
-    Samples below(Samples p1) const
+// P0 one lower before it meets P1, but not below 0.
+struct DecrementAboveZero : RoundUp {
+    template <typename Samples>
+    static Samples above(Samples p0)
     {
-        return subtractSaturated(p1, broadcastByte(1, static_cast<Samples*>(nullptr)));
+        return decrementedAboveZero(p0);
     }
 };
 
 // All rows but the last are brought lower; what is carried to the next row is not.
-void rebuildBothWide(Reference reference, const Block& block, int32_t height, int32_t roundControl)
+void rebuildBothWide(Reference reference, const Block& block, int32_t height, int32_t)
 {
-    const DecrementAboveZero<Samples16> lower(roundControl);
-    HalfBothRows<Samples16, DecrementAboveZero<Samples16>> rows(reference, lower);
+    HalfBothRows<Samples16, DecrementAboveZero> rows(reference);
     Block rest = block;
     rebuildRows<Samples16>(rows, rest, height - 1);
-    rebuildRow<Samples16>(rows.next(RoundUp<Samples16>(roundControl)), rest);
+    rebuildRow<Samples16>(rows.nextRounded<RoundUp>(), rest);
 }
 
 constexpr Kernel wideKernels[4] = {
-    rebuildAveraged<0, Samples16, RoundUp<Samples16>>,
-    rebuildAveraged<1, Samples16, RoundUp<Samples16>>,
-    rebuildAveraged<2, Samples16, RoundUp<Samples16>>,
+    rebuildAveraged<0, Samples16, RoundUp>,
+    rebuildAveraged<1, Samples16, RoundUp>,
+    rebuildAveraged<2, Samples16, RoundUp>,
     rebuildBothWide,
 };
 
 template <int height>
-using Narrow = std::conditional_t<height == 16, DecrementAbove<Samples8>, DecrementAboveZero<Samples8>>;
+using Narrow = std::conditional_t<height == 16, DecrementAbove, DecrementAboveZero>;
 
 template <int width, int height>
 void compensate(int mode, Reference reference, const Block& block, int32_t roundControl)
@@ -81,9 +73,10 @@ template <int width, int height>
 void compensateBoth(int forwardMode, Reference forward, int backwardMode, Reference backward,
                     const Block& block, int32_t roundControl)
 {
-    const KernelBoth kernel = width == 16 ? kernelsBoth<Samples16, DecrementBelow<Samples16>>[backwardMode][forwardMode]
-                                          : kernelsBoth<Samples8, RoundByControl<Samples8>>[backwardMode][forwardMode];
-    kernel(forward, backward, block, height, roundControl);
+    const KernelBoth kernel = width == 16        ? kernelsBoth<Samples16, RoundEven>[backwardMode][forwardMode]
+                              : roundControl & 1 ? kernelsBoth<Samples8, RoundOdd>[backwardMode][forwardMode]
+                                                 : kernelsBoth<Samples8, RoundEven>[backwardMode][forwardMode];
+    kernel(forward, backward, block, height);
 }
 
 }

@@ -76,7 +76,8 @@ ruxStatus ac4(Level level, const float* src, int32_t srcStep, float* srcDst, int
     return ruxStatusOk;
 }
 
-ruxStatus accumulationFailure(const uint8_t* src, int32_t srcStep, const float* srcDst, int32_t srcDstStep, ruxiSize size)
+ruxStatus accumulationFailure(const uint8_t* src, int32_t srcStep, const float* srcDst, int32_t srcDstStep,
+                              ruxiSize size)
 {
     if (!src || !srcDst) return ruxStatusNullPointer;
     if (size.width < 0 || size.height < 0) return ruxStatusSizeError;
@@ -134,8 +135,8 @@ ruxStatus ruxiAdd_8u32f_C1IR(Level, const uint8_t* src, int32_t srcStep, float* 
     return ruxStatusOk;
 }
 
-ruxStatus ruxiAddWeighted_8u32f_C1IR(Level level, const uint8_t* src, int32_t srcStep, float* srcDst, int32_t srcDstStep,
-                                     ruxiSize roiSize, float alpha)
+ruxStatus ruxiAddWeighted_8u32f_C1IR(Level level, const uint8_t* src, int32_t srcStep, float* srcDst,
+                                     int32_t srcDstStep, ruxiSize roiSize, float alpha)
 {
     if (const ruxStatus failure = accumulationFailure(src, srcStep, srcDst, srcDstStep, roiSize)) return failure;
     for (int y = 0; y < roiSize.height; y++) {

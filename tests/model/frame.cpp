@@ -11,7 +11,7 @@ const char* textOf(ruxStatus code)
 #include "model/status_texts.def"
 #undef NAMED_STATUS
 #undef STATUS
-    default: return unknownStatusText;
+    default: return "Unknown Status Code";
     }
 }
 
@@ -45,8 +45,11 @@ Request vectorRequest(int elementBytes, int32_t length)
 {
     Request request;
     if (length < 1) return request;
+    const uint32_t bytes = static_cast<uint32_t>(length) * static_cast<uint32_t>(elementBytes) + overhead;
+    // A sum may wrap to less than asked, but not to less than the raw pointer needs: no byte is written out of bounds.
+    if (bytes < smallest) return request;
     request.isMade = true;
-    request.bytes = static_cast<uint32_t>(length) * static_cast<uint32_t>(elementBytes) + overhead;
+    request.bytes = bytes;
     return request;
 }
 

@@ -7,7 +7,6 @@
 
 namespace rux::model {
 
-constexpr const char* unknownStatusText = "Unknown Status Code";
 const char* textOf(ruxStatus);
 
 struct Version {
@@ -29,6 +28,9 @@ Request imageRequest(int elementBytes, int32_t width, int32_t height, bool hasSt
 
 // The bytes asked for beside the block's own.
 constexpr uint32_t overhead = 32 + sizeof(void*);
+
+// What malloc's blocks must have at least: the caller's pointer lies up to 32 bytes in, for malloc's own alignment.
+constexpr uint32_t smallest = 32;
 
 // The caller's pointer in a raw block.
 uintptr_t blockIn(uintptr_t raw);

@@ -9,6 +9,7 @@
 #include "support/allocation.h"
 #include "support/call_record.h"
 #include "support/note.h"
+#include "support/trace.h"
 
 extern "C" void ruxTestTrampoline(uintptr_t* record);
 
@@ -48,6 +49,7 @@ struct Record {
         words[RECORD_MXCSR] = state.mxcsr;
         words[RECORD_HAS_MMX] = __builtin_cpu_supports("mmx") != 0;
         words[RECORD_HAS_SSE] = processorHasVectorState();
+        words[RECORD_CALL_FLAGS] = 0x202;
         words[RECORD_GARBAGE] = static_cast<uintptr_t>(garbage);
         for (size_t i = 0; i < keptCount; i++) words[RECORD_KEPT + i] = kept(i);
 #ifdef __x86_64__
@@ -84,7 +86,9 @@ std::string complaints(const Record& record, Convention convention)
     }
     const size_t popped = convention == Convention::calleePops ? record.argumentWords * sizeof(uintptr_t) : 0;
     const uintptr_t moved = words[RECORD_STACK_POINTER_AFTER] - words[RECORD_STACK_POINTER];
-    if (moved != popped) lines += text("the stack pointer moved by %" PRId64 " bytes, not %" PRId64 "\n", moved, popped);
+    if (moved != popped) {
+        lines += text("the stack pointer moved by %" PRId64 " bytes, not %" PRId64 "\n", moved, popped);
+    }
     for (size_t i = 0; i < canaryWords; i++) {
         if (record.stack[record.argumentWords + i] == canary(record.garbage, i)) continue;
         lines += text("word %" PRId64 " above the arguments was overwritten with %" PRIX64 "\n", i,
@@ -92,7 +96,8 @@ std::string complaints(const Record& record, Convention convention)
     }
     const uint32_t control = record.environment(0) & 0xFFFF, tags = record.environment(2) & 0xFFFF;
     if (control != words[RECORD_X87_BEFORE]) {
-        lines += text("the x87 control word was %04" PRIX64 " and is %04" PRIX64 "\n", words[RECORD_X87_BEFORE], control);
+        lines += text("the x87 control word was %04" PRIX64 " and is %04" PRIX64 "\n", words[RECORD_X87_BEFORE],
+                      control);
     }
     if (tags != 0xFFFF) lines += text("the x87 stack is not empty (tag word %04" PRIX64 "): MMX state left\n", tags, 0);
     if ((words[RECORD_MXCSR_BEFORE] ^ words[RECORD_MXCSR_AFTER]) & ~static_cast<uintptr_t>(0x3F)) {
@@ -119,6 +124,7 @@ uintptr_t callWatched(void (*function)(), ArgumentWords& arguments, Convention c
     const size_t shift = 4 * (calls.load(std::memory_order_relaxed) / 2 % 4);   // two steps a call
 #endif
     Record record(function, arguments, state, shift);
+    if (Trace::isOn()) record.words[RECORD_CALL_FLAGS] |= Trace::trapFlag;
     {
         InsideLibrary inside;
         ruxTestTrampoline(record.words);

@@ -1,4 +1,5 @@
-// void ruxTestTrampoline(uintptr_t* record): calls record's function with every register spoiled, and notes what it left.
+// void ruxTestTrampoline(uintptr_t* record): calls record's function with every register spoiled, and notes what it
+// left.
 //
 // After the return nothing but memory can be trusted, not even the stack pointer: the record is found again through
 // a word of the thread's own (on Windows, of the program's own).
@@ -70,8 +71,9 @@ SYMBOL(ruxTestTrampoline):
     mov FIELD(KEPT)+4(%ebx), %ebp
     mov FIELD(KEPT)+8(%ebx), %esi
     mov FIELD(KEPT)+12(%ebx), %edi
+    pushl FIELD(CALL_FLAGS)(%ebx)
     mov FIELD(KEPT)(%ebx), %ebx
-    cld
+    popfl
     call *%eax
 
     mov CURRENT_RECORD, %ecx
@@ -84,7 +86,8 @@ SYMBOL(ruxTestTrampoline):
     mov FIELD(STACK_POINTER)(%ecx), %esp
     pushf
     popl FIELD(FLAGS)(%ecx)
-    cld
+    pushl $0x202
+    popfl
     fnstenv FIELD(X87_ENVIRONMENT)(%ecx)
     fninit
     fldcw FIELD(HOST_X87)(%ecx)

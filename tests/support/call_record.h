@@ -23,4 +23,5 @@
 #define RECORD_HOST_MXCSR 43          // the trampoline's own
 #define RECORD_HOST_X87 44            // the trampoline's own
 #define RECORD_HOST_STACK 45          // the trampoline's own
-#define RECORD_SIZE 46
+#define RECORD_CALL_FLAGS 46          // in: the processor's flags at the call
+#define RECORD_SIZE 47

@@ -87,8 +87,8 @@ struct Arrived {
     uint8_t byte;
 } arrived;
 
-ruxStatus RUXCALL receive(const void* pointer, int32_t a, ruxiSize size, int32_t b, ruxiRect rect, int32_t c, uint8_t byte,
-                          float f, double real, int16_t d, ruxiRect, const float* g, int32_t e)
+ruxStatus RUXCALL receive(const void* pointer, int32_t a, ruxiSize size, int32_t b, ruxiRect rect, int32_t c,
+                          uint8_t byte, float f, double real, int16_t d, ruxiRect, const float* g, int32_t e)
 {
     arrived = {{a, b, c, d, e}, size, rect, {0, 0}, real, pointer, byte};
     std::memcpy(arrived.bits, &f, sizeof f);
@@ -99,8 +99,9 @@ ruxStatus RUXCALL receive(const void* pointer, int32_t a, ruxiSize size, int32_t
 TEST(Call, handsOverAllArguments)
 {
     const uint32_t signalling = 0x7FA00001;
-    EXPECT_EQ(call(receive, &arrived, -1, ruxiSize{2, -3}, 4, ruxiRect{5, -6, 7, 8}, 9, 200, FloatBits{signalling}, -0.5,
-                   -10, ruxiRect{0, 0, 0, 0}, reinterpret_cast<const float*>(&signalling), 11), -5);
+    const auto* const real = reinterpret_cast<const float*>(&signalling);
+    EXPECT_EQ(call(receive, &arrived, -1, ruxiSize{2, -3}, 4, ruxiRect{5, -6, 7, 8}, 9, 200, FloatBits{signalling},
+                   -0.5, -10, ruxiRect{0, 0, 0, 0}, real, 11), -5);
     EXPECT_EQ(arrived.pointer, &arrived);
     const int32_t numbers[] = {-1, 4, 9, -10, 11};
     for (int i = 0; i < 5; i++) EXPECT_EQ(arrived.numbers[i], numbers[i]) << i;

@@ -1,4 +1,5 @@
-// void ruxTestTrampoline(uintptr_t* record): calls record's function with every register spoiled, and notes what it left.
+// void ruxTestTrampoline(uintptr_t* record): calls record's function with every register spoiled, and notes what it
+// left.
 //
 // After the return nothing but memory can be trusted, not even the stack pointer: the record is found again through
 // a word of the thread's own.
@@ -71,8 +72,9 @@ ruxTestTrampoline:
     mov FIELD(KEPT)+24(%rbx), %r13
     mov FIELD(KEPT)+32(%rbx), %r14
     mov FIELD(KEPT)+40(%rbx), %r15
+    pushq FIELD(CALL_FLAGS)(%rbx)
     mov FIELD(KEPT)(%rbx), %rbx
-    cld
+    popfq
     call *%r11
 
     mov %fs:currentRecord@tpoff, %rcx
@@ -87,7 +89,8 @@ ruxTestTrampoline:
     mov FIELD(STACK_POINTER)(%rcx), %rsp
     pushfq
     popq FIELD(FLAGS)(%rcx)
-    cld
+    pushq $0x202
+    popfq
     stmxcsr FIELD(MXCSR_AFTER)(%rcx)
     fnstenv FIELD(X87_ENVIRONMENT)(%rcx)
     fninit

@@ -1,6 +1,7 @@
 // Operations beside their models: each way of being wrong is found.
 #include <gtest/gtest-spi.h>
 
+#include <cstdlib>
 #include <set>
 
 #include "ruxlib/status.h"
@@ -54,7 +55,8 @@ ruxStatus RUXCALL writesGap(const uint8_t* src, int32_t srcStep, uint8_t* dst, i
     return status;
 }
 
-ruxStatus RUXCALL writesBeforeItRefuses(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, ruxiSize size)
+ruxStatus RUXCALL writesBeforeItRefuses(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep,
+                                        ruxiSize size)
 {
     if (dst) dst[0] ^= 1;
     return right(src, srcStep, dst, dstStep, size);
@@ -110,6 +112,12 @@ TEST_P(Compared, tellsTheCallThatFaults)
     EXPECT_DEATH(compare(readsBeyond), "fault in");
 }
 
+// A model with the same fault: then only the memory itself can tell.
+ruxStatus modelThatWrites(Level, const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, ruxiSize size)
+{
+    return writesBeforeItRefuses(src, srcStep, dst, dstStep, size);
+}
+
 // Collects the failures of an action that may have many.
 std::string failuresOf(const std::function<void()>& action)
 {
@@ -128,9 +136,7 @@ TEST_P(Compared, findsWritesOfARefusedCall)
 {
     refuseAll(right);
     EXPECT_NE(failuresOf([&] { refuseAll(writesBeforeItRefuses); }).find("x 0, y 0"), std::string::npos);
-    const auto both = operationOf("move", Move(writesBeforeItRefuses), +[](Level, const uint8_t* from, int32_t fromStep, uint8_t* to, int32_t toStep, ruxiSize size) {
-        return writesBeforeItRefuses(from, fromStep, to, toStep, size);
-    });
+    const auto both = operationOf("move", Move(writesBeforeItRefuses), &modelThatWrites);
     const auto message = failuresOf([&] { refuse(both, src, src.step(), dst, dst.step(), dst.roi()); });
     EXPECT_NE(message.find("a refused call of move wrote"), std::string::npos) << message;
 }
@@ -166,13 +172,16 @@ TEST_P(Compared, sweepFindsTheOneWrongAlignment)
 
 TEST(Sweep, coversSizesStridesAndPlaces)
 {
+    if (std::getenv("RUX_SWEEP")) GTEST_SKIP() << "only a part of the cases runs";
     std::set<int> widths, heights, gaps, offsets;
     std::set<std::pair<int, int>> pairs;
     int faultsBehind = 0, faultsBefore = 0;
     for (Case& c : casesOf(imageSweep())) {
         const auto first = c.image<uint8_t>();
         const auto second = c.image<uint8_t>();
-        const auto modulo = [](const Image<uint8_t>& image, int by) { return static_cast<int>(reinterpret_cast<uintptr_t>(image.data()) % by); };
+        const auto modulo = [](const Image<uint8_t>& image, unsigned by) {
+            return static_cast<int>(reinterpret_cast<uintptr_t>(image.data()) % by);
+        };
         widths.insert(c.width);
         heights.insert(c.height);
         gaps.insert(first.step() - c.width);

@@ -64,8 +64,11 @@ void expectGolden(const std::string& family, const std::string& operation, Level
         return;
     }
     const auto line = lines.find(key);
-    if (line == lines.end()) ADD_FAILURE() << "golden/" << family << ".txt has no line for " << key << " (" << text << ")";
-    else EXPECT_EQ(text, line->second) << "is the digest of " << key;
+    if (line == lines.end()) {
+        ADD_FAILURE() << "golden/" << family << ".txt has no line for " << key << " (" << text << ")";
+    } else {
+        EXPECT_EQ(text, line->second) << "is the digest of " << key;
+    }
 }
 
 }

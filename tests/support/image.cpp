@@ -15,7 +15,8 @@ int tightStep(const Shape& shape, int elementBytes)
 size_t extent(const Shape& shape, int elementBytes, int stride)
 {
     const size_t rows = static_cast<size_t>(shape.top + shape.height + shape.bottom);
-    return rows == 0 ? 0 : (rows - 1) * static_cast<size_t>(std::abs(stride)) + static_cast<size_t>(tightStep(shape, elementBytes));
+    if (rows == 0) return 0;
+    return (rows - 1) * static_cast<size_t>(std::abs(stride)) + static_cast<size_t>(tightStep(shape, elementBytes));
 }
 
 std::string hex(const uint8_t* bytes, const uint8_t* end)
@@ -58,7 +59,8 @@ Shape vectorOf(int length)
 }
 
 Plane::Plane(const Shape& shape, int elementBytes, uint64_t seed)
-    : form(shape), elementBytes(elementBytes), seed(seed), stride(shape.step ? shape.step : tightStep(shape, elementBytes)),
+    : form(shape), elementBytes(elementBytes), seed(seed),
+      stride(shape.step ? shape.step : tightStep(shape, elementBytes)),
       memory(extent(shape, elementBytes, stride), shape.place)
 {
     // With a negative stride the first row is the last in memory.
@@ -91,13 +93,15 @@ testing::AssertionResult Plane::equals(const Plane& expected) const
     const uint8_t* const place = memory.begin() + at;
     return testing::AssertionFailure() << differing << " bytes differ, first at " << placeOf(place - origin)
                                        << "\n    is     " << hex(place, memory.end()) << "\n    not    "
-                                       << hex(expected.memory.begin() + at, expected.memory.end()) << "\n    in " << describe();
+                                       << hex(expected.memory.begin() + at, expected.memory.end())
+                                       << "\n    in " << describe();
 }
 
 std::string Plane::placeOf(ptrdiff_t offset) const
 {
     char text[160];
-    const ptrdiff_t fromFirst = memory.data() - origin, extentBytes = static_cast<ptrdiff_t>(extent(form, elementBytes, stride));
+    const ptrdiff_t fromFirst = memory.data() - origin;
+    const auto extentBytes = static_cast<ptrdiff_t>(extent(form, elementBytes, stride));
     if (offset < fromFirst) {
         std::snprintf(text, sizeof text, "%td bytes before the image", fromFirst - offset);
         return text;
@@ -122,10 +126,11 @@ std::string Plane::describe() const
 {
     char text[240];
     std::snprintf(text, sizeof text,
-                  "%dx%d, %d channels of %d bytes, stride %d, margins %d %d %d %d, address modulo 64 is %d, %s edge, seed %llu",
-                  form.width, form.height, form.channels, elementBytes, stride, form.left, form.top, form.right, form.bottom,
-                  static_cast<int>(reinterpret_cast<uintptr_t>(origin) % 64), form.place.edge == Edge::end ? "end" : "start",
-                  static_cast<unsigned long long>(seed));
+                  "%dx%d, %d channels of %d bytes, stride %d, margins %d %d %d %d, address modulo 64 is %d, %s edge, "
+                  "seed %llu",
+                  form.width, form.height, form.channels, elementBytes, stride, form.left, form.top, form.right,
+                  form.bottom, static_cast<int>(reinterpret_cast<uintptr_t>(origin) % 64),
+                  form.place.edge == Edge::end ? "end" : "start", static_cast<unsigned long long>(seed));
     return text;
 }
 

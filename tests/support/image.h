@@ -120,7 +120,10 @@ public:
         std::memcpy(&value, row(y) + x * static_cast<ptrdiff_t>(sizeof(T)), sizeof value);
         return value;
     }
-    void set(int x, int y, const T& value) { std::memcpy(row(y) + x * static_cast<ptrdiff_t>(sizeof(T)), &value, sizeof value); }
+    void set(int x, int y, const T& value)
+    {
+        std::memcpy(row(y) + x * static_cast<ptrdiff_t>(sizeof(T)), &value, sizeof value);
+    }
 
 private:
     struct Cloned {};

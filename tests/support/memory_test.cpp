@@ -41,8 +41,8 @@ TEST(Guarded, standsAtItsOffset)
 
 TEST(Image, findsEveryChangedByte)
 {
-    const Shape shapes[] = {Shape{7, 3, 3}, Shape{7, 3, 3, 29, {Edge::start, 5}}, Shape{7, 3, 1, -16}, Shape{9, 4, 1, 2},
-                            Shape{5, 2}.margins(1, 2, 3, 1).withStep(50)};
+    const Shape shapes[] = {Shape{7, 3, 3}, Shape{7, 3, 3, 29, {Edge::start, 5}}, Shape{7, 3, 1, -16},
+                            Shape{9, 4, 1, 2}, Shape{5, 2}.margins(1, 2, 3, 1).withStep(50)};
     for (const Shape& shape : shapes) {
         const Image<int16_t> image(shape, 11);
         const auto clone = image.clone();

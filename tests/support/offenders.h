@@ -1,5 +1,5 @@
-// Functions that break their calling convention or spoil the processor's state, one way each, and two that do not.
-// They take five arguments, on each platform as an exported function takes them, and return the sum of the first two.
+// Functions that break their calling convention or spoil the processor's state, one way each, and some that do not.
+// They take the arguments of an exported function, five words in 32-bit builds, and return the sum of the first two.
 #pragma once
 
 #include "ruxlib/types.h"
@@ -21,6 +21,7 @@ OFFENDER(leavesMmxState);
 OFFENDER(leavesValueOnX87Stack);
 OFFENDER(leavesDirectionFlag);
 OFFENDER(raisesExceptionFlags);     // which a function may
+OFFENDER(storesPastTheCaches);      // one movntq, two of 16 bytes, a fence, two more MMX instructions, emms
 #undef OFFENDER
 
 // Registers that have no meaning at the call, as they arrive.

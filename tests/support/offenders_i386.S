@@ -87,6 +87,20 @@ function raisesExceptionFlags
     fdiv %st(0), %st(0)
     fstp %st(0)
     return
+function storesPastTheCaches
+    sub $32, %esp
+    lea 16(%esp), %ecx
+    and $-16, %ecx
+    pxor %mm1, %mm1
+    paddb %mm1, %mm1
+    movntq %mm1, (%ecx)
+    pxor %xmm0, %xmm0
+    movntdq %xmm0, (%ecx)
+    movntps %xmm0, (%ecx)
+    sfence
+    emms
+    add $32, %esp
+    return
 
     label upperHalfOfFirst, 4
     xor %eax, %eax

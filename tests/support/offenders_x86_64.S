@@ -65,6 +65,18 @@ function raisesExceptionFlags
     fdiv %st(0), %st(0)
     fstp %st(0)
     ret
+function storesPastTheCaches
+    lea -24(%rsp), %rcx
+    and $-16, %rcx
+    pxor %mm1, %mm1
+    paddb %mm1, %mm1
+    movntq %mm1, (%rcx)
+    pxor %xmm8, %xmm8
+    movntdq %xmm8, (%rcx)
+    movntps %xmm8, (%rcx)
+    sfence
+    emms
+    ret
 
 function upperHalfOfFirst
     mov %rdi, %rax

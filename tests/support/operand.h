@@ -67,9 +67,18 @@ std::string toText(const T& value)
     return text.str();
 }
 inline std::string toText(const Step& step) { return std::to_string(step.bytes); }
-inline std::string toText(const ruxiSize& size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
-inline std::string toText(const ruxiPoint& point) { return "(" + std::to_string(point.x) + ", " + std::to_string(point.y) + ")"; }
-inline std::string toText(const ruxiRect& r) { return toText(ruxiPoint{r.x, r.y}) + " " + toText(ruxiSize{r.width, r.height}); }
+inline std::string toText(const ruxiSize& size)
+{
+    return std::to_string(size.width) + "x" + std::to_string(size.height);
+}
+inline std::string toText(const ruxiPoint& point)
+{
+    return "(" + std::to_string(point.x) + ", " + std::to_string(point.y) + ")";
+}
+inline std::string toText(const ruxiRect& rect)
+{
+    return toText(ruxiPoint{rect.x, rect.y}) + " " + toText(ruxiSize{rect.width, rect.height});
+}
 inline std::string toText(const FloatBits& value)
 {
     std::ostringstream text;

@@ -76,7 +76,9 @@ void extremes(Random& random, T* row, int count)
         static constexpr uint32_t bits[] = {0, 0x80000000, 0x3F800000, 0xBF800000, 0x7F800000, 0xFF800000, 0x7FC00001,
                                             0xFFC00000, 0x7FA00000, 0xFF800001, 1, 0x807FFFFF, 0x00800000, 0x7F7FFFFF,
                                             0xFF7FFFFF, 0x437F0000, 0xC7000000, 0x4F000000, 0xCF000000, 0x3F000000};
-        for (int i = 0; i < count; i++) std::memcpy(row + i, &bits[random.below(sizeof bits / sizeof *bits)], sizeof *row);
+        for (int i = 0; i < count; i++) {
+            std::memcpy(row + i, &bits[random.below(sizeof bits / sizeof *bits)], sizeof *row);
+        }
     } else {
         using limits = std::numeric_limits<T>;
         const T values[] = {limits::min(), static_cast<T>(limits::min() + 1), static_cast<T>(limits::max() - 1),

@@ -106,8 +106,8 @@ std::vector<Case> casesOf(const SweepOptions& options)
     }
     // Every pair of alignments modulo 16 of the first two images, on rows of a few vector blocks.
     for (int pair = 0; pair < 256; pair++) {
-        const int width = options.widths.empty() ? 33 + pair * 7 % 170 : widths[static_cast<size_t>(pair) % widths.size()];
-        add(width, layouts[2 + pair % 4], pair);
+        const int given = widths[static_cast<size_t>(pair) % widths.size()];
+        add(options.widths.empty() ? 33 + pair * 7 % 170 : given, layouts[2 + pair % 4], pair);
     }
     return cases;
 }

@@ -1,0 +1,3 @@
+// Planar YUV 4:2:0 to RGB of 16 bits a pixel in blocks of eight columns.
+#include "colour/rows_a6.h"
+#include "colour/yuv420_to_rgb16_vector.h"

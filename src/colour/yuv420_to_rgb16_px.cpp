@@ -1,0 +1,3 @@
+// Planar YUV 4:2:0 to RGB of 16 bits a pixel, pixel by pixel.
+#include "colour/rows_px.h"
+#include "colour/yuv420_to_rgb16_scalar.h"

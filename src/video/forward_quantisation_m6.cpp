@@ -1,0 +1,2 @@
+// Quantisation in double precision.
+#include "video/forward_quantisation_double.h"

@@ -1,0 +1,2 @@
+// Variable-length codes; a new structure is filled word by word.
+#include "video/huffman_words.h"

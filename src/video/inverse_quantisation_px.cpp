@@ -1,0 +1,2 @@
+// Inverse quantisation in 32-bit integers.
+#include "video/inverse_quantisation_scalar.h"

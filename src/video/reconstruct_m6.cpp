@@ -1,0 +1,2 @@
+// Decoding of blocks, code by code.
+#include "video/reconstruct_scalar.h"
