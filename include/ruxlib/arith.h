@@ -89,8 +89,8 @@ ruxStatus RUXCALL ruxiAnd_8u_C1R(const uint8_t* src1, int32_t src1Step, const ui
 
 /* Threshold to a band: x > thresholdGT becomes valueGT; else x < thresholdLT becomes valueLT; else x stays. C1 takes
    scalars; C3 and AC4 take arrays of 3, one entry for each channel. The fourth channel of AC4 stays as dst has it and
-   is not copied from src; w7 may rewrite it with its own value, so that what another thread writes there in that moment
-   can be lost. An in-place form is its other form with srcDst as source and destination.
+   is not copied from src; in 8u and 16s m6, a6 and w7 may rewrite it with its own value, so that what another thread
+   writes there in that moment can be lost. An in-place form is its other form with srcDst as source and destination.
    Checks: null image -8; width or height below 1 -6; stride below 1 -14; C3 and AC4: null array -8; thresholdGT below
    thresholdLT, in any channel, -18. Equal thresholds are allowed.
    8u and 16s: equal at all levels. 32f:

@@ -5,6 +5,7 @@
 
 #include "arith/compare.h"
 #include "arith/lane_rows.h"
+#include "lanes/spread.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -14,7 +15,7 @@ class ByteComparison {
 public:
     static constexpr int lanes = 1;
 
-    explicit ByteComparison(uint8_t byte) : value(spread(byte)), ones(spread(0xFF)) {}
+    explicit ByteComparison(uint8_t byte) : value(spread<Lane>(byte)), ones(spread<Lane, uint8_t>(0xFF)) {}
 
     Lane apply(Lane x, int) const
     {
@@ -31,13 +32,6 @@ public:
     void putPartial(uint8_t* dst, Lane mask, size_t bytes) const { storePartial(mask, dst, bytes); }
 
 private:
-    static Lane spread(uint8_t byte)
-    {
-        uint8_t bytes[Lane::size];
-        for (uint8_t& each : bytes) each = byte;
-        return Lane::load(bytes);
-    }
-
     Lane value;
     Lane ones;
 };

@@ -5,6 +5,7 @@
 
 #include "arith/compare.h"
 #include "lanes/four_floats.h"
+#include "lanes/spread.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -72,8 +73,7 @@ void compareRow(const uint8_t* src1, const uint8_t* src2, uint8_t* dst, size_t w
 template <ruxCmpOp cmpOp>
 void compareValueRow(const uint8_t* src, uint32_t value, uint8_t* dst, size_t width)
 {
-    const uint32_t four[4] = {value, value, value, value};
-    compareFloats<cmpOp>(src, Value{FourFloats::load(bytesOf(four))}, dst, width);
+    compareFloats<cmpOp>(src, Value{spread<FourFloats>(value)}, dst, width);
 }
 
 }

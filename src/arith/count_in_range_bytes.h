@@ -5,6 +5,7 @@
 
 #include "arith/count_in_range.h"
 #include "arith/lane_sums.h"
+#include "lanes/spread.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -14,8 +15,8 @@ template <typename Lane>
 class ByteRange {
 public:
     ByteRange(uint8_t lowerBound, uint8_t upperBound)
-        : lower(spread(lowerBound)), span(spread(static_cast<uint8_t>(upperBound - lowerBound))),
-          lowerByte(lowerBound), spanByte(static_cast<uint8_t>(upperBound - lowerBound))
+        : lowerByte(lowerBound), spanByte(static_cast<uint8_t>(upperBound - lowerBound)),
+          lower(spread<Lane>(lowerByte)), span(spread<Lane>(spanByte))
     {
     }
 
@@ -31,17 +32,10 @@ public:
     }
 
 private:
-    static Lane spread(uint8_t byte)
-    {
-        uint8_t bytes[Lane::size];
-        for (uint8_t& each : bytes) each = byte;
-        return Lane::load(bytes);
-    }
-
-    Lane lower;
-    Lane span;
     uint8_t lowerByte;
     uint8_t spanByte;
+    Lane lower;
+    Lane span;
 };
 
 // A row's count: the level gives the lane that its lanes are counted in, from which sumOf makes a number.

@@ -3,6 +3,7 @@
 
 #include "arith/count_in_range.h"
 #include "lanes/four_floats.h"
+#include "lanes/spread.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -10,7 +11,10 @@ namespace {
 // Neither a NaN nor anything beside a bound that is one is in the range.
 class FloatRange {
 public:
-    FloatRange(uint32_t lowerBound, uint32_t upperBound) : lower(spread(lowerBound)), upper(spread(upperBound)) {}
+    FloatRange(uint32_t lowerBound, uint32_t upperBound)
+        : lower(spread<FourFloats>(lowerBound)), upper(spread<FourFloats>(upperBound))
+    {
+    }
 
     FourFloats holds(FourFloats x) const
     {
@@ -23,12 +27,6 @@ public:
     }
 
 private:
-    static FourFloats spread(uint32_t bits)
-    {
-        const uint32_t four[4] = {bits, bits, bits, bits};
-        return FourFloats::load(bytesOf(four));
-    }
-
     FourFloats lower;
     FourFloats upper;
 };

@@ -6,6 +6,7 @@
 
 #include "arith/max.h"
 #include "lanes/four_floats.h"
+#include "lanes/spread.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -14,8 +15,7 @@ constexpr uint32_t lowestFinite = 0xFF7FFFFF;   // -3.4028234663852886e+38
 
 void findLargest(const uint8_t* src, int32_t srcStep, ruxiSize roiSize, uint8_t* max)
 {
-    const uint32_t lowest[4] = {lowestFinite, lowestFinite, lowestFinite, lowestFinite};
-    __m128 low = FourFloats::load(bytesOf(lowest)).value;
+    __m128 low = spread<FourFloats>(lowestFinite).value;
     __m128 high = low;
     for (int32_t y = 0; y < roiSize.height; ++y, src += srcStep) {
         const uint8_t* row = src;

@@ -30,14 +30,14 @@ inline WideDifferences<Lane> wideDifferences(int16_t, Lane a, Lane b)
     return {widenLow16(d), widenHigh16(d)};
 }
 
-// Sums of differences as wide as wideDifferences makes them. They hold blocks * the largest difference:
-// 257 * 255 < 2**16 and 65537 * 65535 < 2**32.
+// Sums of differences as wide as wideDifferences makes them, and how many of the largest ones they hold:
+// 257 * 255 = 2**16 - 1 and 65537 * 65535 = 2**32 - 1.
 template <typename Element>
 struct WideSum;
 template <>
 struct WideSum<uint8_t> {
     using Type = uint16_t;
-    static constexpr size_t blocks = 256;
+    static constexpr size_t capacity = 257;
     template <typename Lane>
     static Lane add(Lane a, Lane b)
     {
@@ -47,7 +47,7 @@ struct WideSum<uint8_t> {
 template <>
 struct WideSum<int16_t> {
     using Type = uint32_t;
-    static constexpr size_t blocks = 65536;
+    static constexpr size_t capacity = 65537;
     template <typename Lane>
     static Lane add(Lane a, Lane b)
     {
@@ -55,7 +55,8 @@ struct WideSum<int16_t> {
     }
 };
 
-// Sums by place in a period of lanes, after which the channels stand in a lane as at the start.
+// Sums by place in a period of lanes, after which the channels stand in a lane as at the start. They are emptied into
+// the totals when they might overflow.
 template <typename Lane, typename Element, int channels>
 class PlaceSums {
 public:
@@ -69,49 +70,56 @@ public:
         sums[2 * lane + 1] = Wide::add(sums[2 * lane + 1], d.high);
     }
 
-    void addTo(uint64_t* totals) const
+    // The periods, a last part of one too, that can be added of those wanted: as many as there is room for.
+    size_t admit(size_t periods, uint64_t* totals)
+    {
+        if (room == 0) empty(totals);
+        if (periods > room) periods = room;
+        room -= periods;
+        return periods;
+    }
+
+    void empty(uint64_t* totals)
     {
         constexpr int places = Lane::size / sizeof(typename Wide::Type);
         int channel = 0;
-        for (const Lane& sum : sums) {
+        for (Lane& sum : sums) {
             uint8_t bytes[Lane::size];
             sum.store(bytes);
+            sum = Lane{};
             for (int i = 0; i < places; ++i) {
                 totals[channel] += load<typename Wide::Type>(bytes + i * sizeof(typename Wide::Type));
                 if (++channel == channels) channel = 0;
             }
         }
+        room = Wide::capacity;
     }
 
 private:
     using Wide = WideSum<Element>;
     Lane sums[2 * lanes] = {};
+    size_t room = Wide::capacity;
 };
 
 template <typename Lane, typename Element, int channels>
-inline void sumRowByPlace(const uint8_t* a, const uint8_t* b, size_t bytes, uint64_t* totals)
+inline void sumRowByPlace(PlaceSums<Lane, Element, channels>& sums, const uint8_t* a, const uint8_t* b, size_t bytes,
+                          uint64_t* totals)
 {
-    using Sums = PlaceSums<Lane, Element, channels>;
     constexpr size_t size = Lane::size;
-    constexpr size_t period = Sums::lanes * size;
-    constexpr size_t chunkBytes = WideSum<Element>::blocks * period;
+    constexpr int lanes = PlaceSums<Lane, Element, channels>::lanes;
+    constexpr size_t period = lanes * size;
     for (size_t at = 0; at < bytes;) {
-        const size_t end = bytes - at > chunkBytes ? at + chunkBytes : bytes;
-        Sums sums;
+        const size_t admitted = period * sums.admit((bytes - at + period - 1) / period, totals);
+        const size_t end = bytes - at > admitted ? at + admitted : bytes;
         for (; end - at >= period; at += period) {
             sums.add(0, WholeLane<Lane>{at}, a, b);
-            if (Sums::lanes == 3) {
+            if constexpr (lanes == 3) {
                 sums.add(1, WholeLane<Lane>{at + size}, a, b);
                 sums.add(2, WholeLane<Lane>{at + 2 * size}, a, b);
             }
         }
-        for (int lane = 0; at < end; at += size, ++lane) {
-            if (end - at >= size)
-                sums.add(lane, WholeLane<Lane>{at}, a, b);
-            else
-                sums.add(lane, PartialLane<Lane>{at, end - at}, a, b);
-        }
-        sums.addTo(totals);
+        for (int lane = 0; end - at >= size; at += size, ++lane) sums.add(lane, WholeLane<Lane>{at}, a, b);
+        if (at < end) sums.add(static_cast<int>(end % period / size), PartialLane<Lane>{at, end - at}, a, b);
         at = end;
     }
 }
@@ -136,12 +144,14 @@ inline void sumImages(const ImagePair& images, uint64_t* totals)
 {
     constexpr int channels = channelsOf(layout);
     const size_t bytes = static_cast<size_t>(images.roiSize.width) * channels * sizeof(Element);
-    images.forEachRow([&](const uint8_t* a, const uint8_t* b) {
-        if constexpr (channels == 1)
-            totals[0] += sumRow<Lane>(Element(), a, b, bytes);
-        else
-            sumRowByPlace<Lane, Element, channels>(a, b, bytes, totals);
-    });
+    if constexpr (channels == 1) {
+        images.forEachRow(
+            [&](const uint8_t* a, const uint8_t* b) { totals[0] += sumRow<Lane>(Element(), a, b, bytes); });
+    } else {
+        PlaceSums<Lane, Element, channels> sums;
+        images.forEachRow([&](const uint8_t* a, const uint8_t* b) { sumRowByPlace(sums, a, b, bytes, totals); });
+        sums.empty(totals);
+    }
 }
 
 // Where the mask byte is zero the difference is cleared.

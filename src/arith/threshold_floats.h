@@ -6,6 +6,7 @@
 
 #include "arith/threshold_lanes.h"
 #include "lanes/four_floats.h"
+#include "lanes/spread.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -55,7 +56,10 @@ class LowerFloatPattern {
 public:
     static constexpr int lanes = 1;
 
-    LowerFloatPattern(uint32_t threshold, uint32_t value) : threshold(spread(threshold)), value(spread(value)) {}
+    LowerFloatPattern(uint32_t threshold, uint32_t value)
+        : threshold(spread<FourFloats>(threshold)), value(spread<FourFloats>(value))
+    {
+    }
 
     FourFloats apply(FourFloats x, int) const
     {
@@ -67,12 +71,6 @@ public:
     void putPartial(uint8_t* dst, FourFloats result, size_t bytes) const { storePartial(result, dst, bytes); }
 
 private:
-    static FourFloats spread(uint32_t bits)
-    {
-        const uint32_t four[4] = {bits, bits, bits, bits};
-        return FourFloats::load(bytesOf(four));
-    }
-
     FourFloats threshold;
     FourFloats value;
 };

@@ -18,7 +18,7 @@ struct ClampedRgb {
 ClampedRgb clamped(Rgb pixel);
 
 // What a chroma sample adds to the luma of its pixels, offsets included.
-template <const ScalarMatrix& matrix>
+template <const PixelMatrix& matrix>
 inline Rgb chromaSums(Chroma chroma)
 {
     const int32_t u = chroma.u - matrix.centre;
@@ -27,7 +27,7 @@ inline Rgb chromaSums(Chroma chroma)
             u * matrix.blueU + matrix.blueOffset};
 }
 
-template <const ScalarMatrix& matrix>
+template <const PixelMatrix& matrix>
 inline ClampedRgb convertPixel(int32_t y, Rgb chroma)
 {
     const int32_t luma = y * matrix.luma;
@@ -48,7 +48,7 @@ inline void storePixel(Rgb0, ClampedRgb pixel, uint8_t* to)
     to[3] = 0;
 }
 
-template <const ScalarMatrix& matrix, typename Layout, typename Row>
+template <const PixelMatrix& matrix, typename Layout, typename Row>
 inline void convertPairs(Row src, RgbRow dst, size_t pixels)
 {
     for (size_t x = 0; x + 2 <= pixels; x += 2, src = src.at(2), dst = dst.template at<Layout>(2)) {
@@ -58,14 +58,14 @@ inline void convertPairs(Row src, RgbRow dst, size_t pixels)
     }
 }
 
-template <const ScalarMatrix& matrix, typename Layout, typename Row>
+template <const PixelMatrix& matrix, typename Layout, typename Row>
 inline void convertLone(Row src, RgbRow dst)
 {
     storePixel(Layout(), convertPixel<matrix>(src.lumaAt(0), chromaSums<matrix>(src.loneChroma())), dst.pixels);
 }
 
 // Pairs, and a lone last pixel where the number is odd.
-template <const ScalarMatrix& matrix, typename Layout, typename Row>
+template <const PixelMatrix& matrix, typename Layout, typename Row>
 inline void convertPixels(Row src, RgbRow dst, size_t pixels)
 {
     const size_t paired = pixels & ~size_t(1);
@@ -74,7 +74,7 @@ inline void convertPixels(Row src, RgbRow dst, size_t pixels)
 }
 
 // Blocks of two rows that share their chroma, and a lone last column where the number is odd.
-template <const ScalarMatrix& matrix, typename Layout>
+template <const PixelMatrix& matrix, typename Layout>
 inline void convertPixels(PlanarRowPair src, RgbRowPair dst, size_t pixels)
 {
     for (size_t x = 0; x < pixels; x += 2, src = src.at(2), dst = dst.template at<Layout>(2)) {
@@ -88,7 +88,7 @@ inline void convertPixels(PlanarRowPair src, RgbRowPair dst, size_t pixels)
 }
 
 // An interleaved image of width 1: each row is a luma byte and one chroma byte, which is both U and V.
-template <const ScalarMatrix& matrix>
+template <const PixelMatrix& matrix>
 inline void convertColumn(const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, int32_t height)
 {
     for (int32_t y = 0; y < height; ++y, src += srcStep, dst += dstStep)

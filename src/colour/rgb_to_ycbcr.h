@@ -3,7 +3,7 @@
 // The operations stand here once; each level's file gives the routines for a pair of rows and for a row.
 #pragma once
 
-#include "colour/ycbcr_scalar.h"
+#include "colour/rgb_to_ycbcr_scalar.h"
 #include "frame/checks.h"
 
 namespace rux::RUX_LEVEL {

@@ -1,7 +1,7 @@
 // RGB to YCbCr in blocks of eight; 4:2:2 is written past the caches.
 #include "colour/rows_a6.h"
 #include "colour/rgb_to_ycbcr.h"
-#include "colour/ycbcr420_vector.h"
+#include "colour/rgb_to_ycbcr_vector.h"
 
 namespace rux::a6 {
 namespace {

@@ -1,7 +1,7 @@
 // RGB to YCbCr in blocks of eight: the scalar form's sums, exact in 32 bits.
 #include "colour/rows_m6.h"
 #include "colour/rgb_to_ycbcr.h"
-#include "colour/ycbcr_vector.h"
+#include "colour/rgb_to_ycbcr_blocks.h"
 
 namespace rux::m6 {
 namespace {

@@ -1,7 +1,7 @@
 // RGB to YCbCr in blocks of sixteen.
 #include "colour/rows_w7.h"
 #include "colour/rgb_to_ycbcr.h"
-#include "colour/ycbcr420_vector.h"
+#include "colour/rgb_to_ycbcr_vector.h"
 
 namespace rux::w7 {
 namespace {

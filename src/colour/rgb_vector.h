@@ -48,7 +48,7 @@ inline ChromaTerms chromaTerms(ChromaBlock chroma)
     const Words red = highProduct(v, matrix.redV);
     const Words greenU = highProduct(u, matrix.greenU);
     const Words greenV = highProduct(v, matrix.greenV);
-    const Words green = matrix.green == Green::sum ? greenU + greenV : zero - (greenU + greenV);
+    const Words green = matrix.green == Green::plus ? greenU + greenV : zero - (greenU + greenV);
 
     ChromaTerms terms;
     terms.red = terms.redOdd = finished<matrix>(red);

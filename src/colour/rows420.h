@@ -8,7 +8,7 @@ namespace {
 
 // The level gives the row pairs: blocks of 2x2, then the lone column of an odd width in the scalar form. The lone row
 // is scalar at every level. Chroma stands at column x >> 1 and row y >> 1.
-template <const ScalarMatrix& matrix, typename Layout, typename RowPair>
+template <const PixelMatrix& matrix, typename Layout, typename RowPair>
 inline void convertRows420(RowPair rowPair, PlanarRow src, PlaneSteps steps, uint8_t* dst, ptrdiff_t dstStep,
                            ruxiSize size)
 {

@@ -3,7 +3,7 @@
 // The operation stands here once; each level's file gives the routine for a pair of rows.
 #pragma once
 
-#include "colour/decode_checks.h"
+#include "colour/planar_checks.h"
 #include "colour/rows420.h"
 
 namespace rux::RUX_LEVEL {

@@ -3,7 +3,7 @@
 // The operations stand here once; each level's file gives the routines for a row.
 #pragma once
 
-#include "colour/decode_checks.h"
+#include "colour/planar_checks.h"
 #include "colour/rgb_scalar.h"
 
 namespace rux::RUX_LEVEL {
@@ -23,7 +23,7 @@ ruxStatus RUXCALL ruxiYCbCr422ToRGB_8u_C2C3R(const uint8_t* src, int32_t srcStep
 
     const RowState state;
     if (roiSize.width == 1) {
-        convertColumn<ycbcr422Interleaved>(src, srcStep, dst, dstStep, roiSize.height);
+        convertColumn<ycbcr422Pairs>(src, srcStep, dst, dstStep, roiSize.height);
         return ruxStatusOk;
     }
     for (int32_t y = 0; y < roiSize.height; ++y, src += srcStep, dst += dstStep)

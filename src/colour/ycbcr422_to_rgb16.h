@@ -32,7 +32,7 @@ ruxStatus convert422(const uint8_t* src, int32_t srcStep, uint16_t* dst, int32_t
     }
     // The 8-bit conversion: three bytes for each row, and a count of words for a stride in bytes.
     if (width == 1) {
-        convertColumn<ycbcr422Interleaved>(src, srcStep, to, dstWords, roiSize.height);
+        convertColumn<ycbcr422Pairs>(src, srcStep, to, dstWords, roiSize.height);
         return ruxStatusOk;
     }
     for (int32_t y = 0; y < roiSize.height; ++y, src += srcStep, to += 2 * static_cast<ptrdiff_t>(dstWords))

@@ -13,7 +13,7 @@ void interleavedRow(InterleavedRow src, RgbRow dst, size_t width)
     const size_t fours = width & ~size_t(3);
     const size_t paired = width & ~size_t(1);
     convertBlocks<ycbcr422Packed16Vectors, Layout, OrdinaryStores>(src, dst, fours);
-    convertPairs<ycbcr422Interleaved, Layout>(src.at(fours), dst.at<Layout>(fours), paired - fours);
+    convertPairs<ycbcr422Pairs, Layout>(src.at(fours), dst.at<Layout>(fours), paired - fours);
     if (width != paired) convertLone<ycbcr420, Layout>(src.at(paired), dst.at<Layout>(paired));
 }
 

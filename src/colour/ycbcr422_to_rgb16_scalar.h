@@ -9,7 +9,7 @@ namespace {
 template <typename Layout>
 void interleavedRow(InterleavedRow src, RgbRow dst, size_t width)
 {
-    convertPixels<ycbcr422Interleaved, Layout>(src, dst, width);
+    convertPixels<ycbcr422Pairs, Layout>(src, dst, width);
 }
 
 }

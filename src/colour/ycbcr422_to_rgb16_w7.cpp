@@ -13,7 +13,7 @@ void interleavedRow(InterleavedRow src, RgbRow dst, size_t width)
     const size_t eights = width & ~size_t(7);
     const size_t paired = width & ~size_t(1);
     convertBlocks<ycbcr422Packed16Vectors, Layout, OrdinaryStores>(src, dst, eights);
-    convertPairs<ycbcr422Interleaved, Layout>(src.at(eights), dst.at<Layout>(eights), paired - eights);
+    convertPairs<ycbcr422Pairs, Layout>(src.at(eights), dst.at<Layout>(eights), paired - eights);
     if (width != paired) convertLone<ycbcr420, Layout>(src.at(paired), dst.at<Layout>(paired));
 }
 

@@ -8,14 +8,14 @@ namespace {
 
 void interleavedRow(InterleavedRow src, RgbRow dst, size_t width)
 {
-    convertPixels<ycbcr422Interleaved, Rgb24>(src, dst, width);
+    convertPixels<ycbcr422Pairs, Rgb24>(src, dst, width);
 }
 
 void planarRow(PlanarRow src, RgbRow dst, size_t width)
 {
     const size_t eights = width & ~size_t(7);
     convertBlocks<ycbcr422PlanarVectors, Rgb24, StreamingStores>(src, dst, eights);
-    convertPixels<ycbcr422PlanarTail, Rgb24>(src.at(eights), dst.at<Rgb24>(eights), width - eights);
+    convertPixels<ycbcr422Tail, Rgb24>(src.at(eights), dst.at<Rgb24>(eights), width - eights);
 }
 
 }

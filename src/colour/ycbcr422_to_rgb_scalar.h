@@ -8,7 +8,7 @@ namespace {
 
 void interleavedRow(InterleavedRow src, RgbRow dst, size_t width)
 {
-    convertPixels<ycbcr422Interleaved, Rgb24>(src, dst, width);
+    convertPixels<ycbcr422Pairs, Rgb24>(src, dst, width);
 }
 
 void planarRow(PlanarRow src, RgbRow dst, size_t width)

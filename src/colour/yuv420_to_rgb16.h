@@ -3,7 +3,7 @@
 // The operations stand here once; each level's file gives the routine for a pair of rows.
 #pragma once
 
-#include "colour/decode_checks.h"
+#include "colour/planar_checks.h"
 #include "colour/packed16.h"
 #include "colour/rows420.h"
 

@@ -3,7 +3,7 @@
 // The operations stand here once; each level's file gives the routines for a row.
 #pragma once
 
-#include "colour/decode_checks.h"
+#include "colour/planar_checks.h"
 #include "colour/rgb_scalar.h"
 
 namespace rux::RUX_LEVEL {

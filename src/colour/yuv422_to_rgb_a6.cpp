@@ -10,7 +10,7 @@ void interleavedRow(InterleavedRow src, RgbRow dst, size_t width)
 {
     const size_t paired = width & ~size_t(1);
     convertBlocks<yuvVectors, Rgb24, StreamingStores>(src, dst, paired);
-    if (width != paired) convertLone<yuvInterleavedLone, Rgb24>(src.at(paired), dst.at<Rgb24>(paired));
+    if (width != paired) convertLone<yuvPairsLone, Rgb24>(src.at(paired), dst.at<Rgb24>(paired));
 }
 
 void planarRow(PlanarRow src, RgbRow dst, size_t width)

@@ -37,5 +37,11 @@ void compactWhole(uint32_t* sums, int32_t columns, int32_t whole, int32_t boxes)
     }
 }
 
+void reduceWholeRow(const Reduction& reduction, uint32_t* sums, int32_t columns, const uint8_t* src, int32_t srcStep,
+                    uint8_t* dst)
+{
+    reduceInSteps(reduction, sums, columns, src, srcStep, dst);
+}
+
 }
 }

@@ -40,19 +40,20 @@ constexpr double negligiblePart = 1e-07;
 // Zeros behind the sums of a row: a box may reach past what was summed.
 constexpr int32_t spareSums = 24;
 
-// Adds `rows` rows of bytes onto sums.
-void addRows(uint32_t* sums, const uint8_t* src, int32_t srcStep, int32_t rows, int32_t columns);
+// A destination row where both scales are whole, so that its boxes stand `x.whole` apart in integer sums.
+void reduceWholeRow(const Reduction& reduction, uint32_t* sums, int32_t columns, const uint8_t* src, int32_t srcStep,
+                    uint8_t* dst);
+
+// Adds `rows` rows of bytes onto float sums.
 void addRows(float* sums, const uint8_t* src, int32_t srcStep, int32_t rows, int32_t columns);
 
 // Adds a row of bytes, each multiplied by weight.
 void addWeightedRow(float* sums, const uint8_t* src, double weight, int32_t columns);
 
-// In place: sums[j] becomes the sum of box j. Boxes of whole pixels stand `whole` apart, the last may be cut short.
-void compactWhole(uint32_t* sums, int32_t columns, int32_t whole, int32_t boxes);
+// In place: sums[j] becomes the sum of box j.
 void compactBoxes(float* sums, const Box* boxes, int32_t count);
 
 // dst[j] = trunc(sums[j] * norm + 0.5), its low 8 bits.
-void writeMeans(const uint32_t* sums, double norm, uint8_t* dst, int32_t width);
 void writeMeans(const float* sums, double norm, uint8_t* dst, int32_t width);
 
 inline int32_t floored(double value)
@@ -130,11 +131,8 @@ ruxStatus superSampleWhole(const Reduction& reduction, const uint8_t* src, int32
     if (!sums) return ruxStatusMemoryAllocated;
 
     for (int32_t i = 0; i < reduction.y.length; ++i, dst += dstStep) {
-        clearSums<uint32_t>(sums, columns);
-        addRows(sums, src, srcStep, reduction.y.whole, columns);
+        reduceWholeRow(reduction, sums, columns, src, srcStep, dst);
         src += static_cast<ptrdiff_t>(reduction.y.whole) * srcStep;
-        compactWhole(sums, columns, reduction.x.whole, reduction.x.length);
-        writeMeans(sums, reduction.norm, dst, reduction.x.length);
     }
     return ruxStatusOk;
 }

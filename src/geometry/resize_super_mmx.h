@@ -56,5 +56,11 @@ inline void addWords(uint32_t* sums, __m64 words)
     }
 }
 
+void reduceWholeRow(const Reduction& reduction, uint32_t* sums, int32_t columns, const uint8_t* src, int32_t srcStep,
+                    uint8_t* dst)
+{
+    reduceInSteps(reduction, sums, columns, src, srcStep, dst);
+}
+
 }
 }

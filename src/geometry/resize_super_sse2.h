@@ -5,6 +5,7 @@
 
 #include "geometry/resize_super.h"
 #include "geometry/resize_super_steps.h"
+#include "geometry/resize_whole_sse2.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -158,6 +159,15 @@ void writeMeans(const uint32_t* sums, double norm, uint8_t* dst, int32_t width)
 void writeMeans(const float* sums, double norm, uint8_t* dst, int32_t width)
 {
     writeMeansByEights(sums, norm, dst, width);
+}
+
+void reduceWholeRow(const Reduction& reduction, uint32_t* sums, int32_t columns, const uint8_t* src, int32_t srcStep,
+                    uint8_t* dst)
+{
+    if (fitsWords(reduction, columns))
+        reduceInWords(reduction, sums, columns, src, srcStep, dst);
+    else
+        reduceInSteps(reduction, sums, columns, src, srcStep, dst);
 }
 
 }

@@ -38,7 +38,7 @@ public:
     {
         if (levels < 1 || !hasRoom(0, widths[0])) return false;
         fillWords(block, Form::blockWords, emptyEntry);
-        free = addTable(0, widths[0]);
+        firstFree = addTable(0, widths[0]);
 
         const int32_t* group = widths + levels;
         for (int32_t length = 1; *group >= 0; ++length) {
@@ -89,18 +89,17 @@ private:
             }
             const int32_t below = length - sum;
             const int32_t slot = table + 1 + static_cast<int32_t>(below < 32 ? code >> below & mask : 0);
-            if (slot >= Form::blockWords) return false;
+            if (slot >= behind(table)) return false;
             if (block[slot] == emptyEntry) {
-                // Behind a shorter code a slot can stand past its sub-table; in words that are still to be handed out
-                // a link would lead back.
-                if (slot >= free || !hasRoom(free, widths[level + 1])) return false;
-                block[slot] = static_cast<uint32_t>(free) << 8 | 128;
-                table = free;
-                free = addTable(free, widths[level + 1]);
+                if (!hasRoom(firstFree, widths[level + 1])) return false;
+                block[slot] = static_cast<uint32_t>(firstFree) << 8 | 128;
+                table = firstFree;
+                firstFree = addTable(firstFree, widths[level + 1]);
             } else if (Form::builderSeesLink(block[slot])) {
                 table = static_cast<int32_t>(linkedTable(block[slot]));
             }
-            // A leaf of a shorter code: the next level's bits are looked up in the same sub-table.
+            // A leaf of a shorter code: the next level's bits are looked up in the same sub-table, as long as it has
+            // a place for them. What stood past it would be another's, and would send a decoder astray.
         }
         return true;
     }
@@ -109,18 +108,9 @@ private:
     {
         const int32_t first = table + 1 + index;
         const int32_t end = first + (1 << unused);
-        if (end > Form::blockWords || coversHeader(table, first, end)) return false;
+        if (end > behind(table)) return false;
         for (int32_t slot = first; slot < end; ++slot) block[slot] = payload | static_cast<uint32_t>(unused);
         return true;
-    }
-
-    // Whether entries, behind a shorter code, stand past their sub-table and on another one's header.
-    bool coversHeader(int32_t table, int32_t first, int32_t end) const
-    {
-        if (end <= behind(table)) return false;
-        for (int32_t header = 0; header < free; header = behind(header))
-            if (header >= first && header < end) return true;
-        return false;
     }
 
     int32_t behind(int32_t table) const { return table + 1 + (1 << block[table]); }
@@ -128,7 +118,7 @@ private:
     const int32_t* widths;
     int32_t levels;
     uint32_t* block;
-    int32_t free = 0;   // the first word that belongs to no sub-table
+    int32_t firstFree = 0;   // the first word that belongs to no sub-table
 };
 
 }

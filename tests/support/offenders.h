@@ -21,7 +21,7 @@ OFFENDER(leavesMmxState);
 OFFENDER(leavesValueOnX87Stack);
 OFFENDER(leavesDirectionFlag);
 OFFENDER(raisesExceptionFlags);     // which a function may
-OFFENDER(storesPastTheCaches);      // one movntq, two of 16 bytes, a fence, two more MMX instructions, emms
+OFFENDER(storesPastTheCaches);      // movntq, movnti, two of 16 bytes, a fence, two more MMX instructions, emms
 #undef OFFENDER
 
 // Registers that have no meaning at the call, as they arrive.

@@ -97,6 +97,7 @@ function storesPastTheCaches
     pxor %xmm0, %xmm0
     movntdq %xmm0, (%ecx)
     movntps %xmm0, (%ecx)
+    movnti %ecx, (%ecx)
     sfence
     emms
     add $32, %esp

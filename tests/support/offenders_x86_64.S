@@ -74,6 +74,7 @@ function storesPastTheCaches
     pxor %xmm8, %xmm8
     movntdq %xmm8, (%rcx)
     movntps %xmm8, (%rcx)
+    movnti %ecx, (%rcx)
     sfence
     emms
     ret

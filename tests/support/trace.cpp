@@ -47,7 +47,7 @@ void count(Trace& trace, const uint8_t* code)
     trace.steps++;
     if (code[0] != 0x0F) return;
     const uint8_t opcode = code[1];
-    if (opcode == 0xE7 && plain) trace.streaming8++;
+    if ((opcode == 0xE7 || opcode == 0xC3) && plain) trace.streaming8++;
     else if ((opcode == 0xE7 && sixteen) || opcode == 0x2B) trace.streaming16++;
     else if (opcode == 0xAE && code[2] >= 0xF8 && plain) trace.fences++;
     else if (opcode == 0x77) trace.clearedMmx++;

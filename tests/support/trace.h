@@ -7,7 +7,7 @@
 //     EXPECT_EQ(trace.fences, 1);
 //
 // While a Trace lives, call() runs its function one instruction at a time (Linux on a real processor), up to a limit;
-// beyond it the function runs on unwatched.
+// beyond it the function runs on unwatched. A step costs some microseconds: keep calls small, or the limit.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ public:
     ~Trace();
 
     int steps = 0;
-    int streaming8 = 0;    // movntq
+    int streaming8 = 0;    // movntq, and movnti, which compilers put in its place in 64-bit builds
     int streaming16 = 0;   // movntdq, movntps, movntpd
     int fences = 0;        // sfence
     int mmx = 0;           // instructions on MMX registers, other than movntq and emms

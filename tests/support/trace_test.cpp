@@ -18,7 +18,7 @@ TEST(Trace, countsEachKind)
     Trace trace;
     EXPECT_EQ(run(storesPastTheCaches), 42);
     if (!trace.works()) GTEST_SKIP() << "no single steps here";
-    EXPECT_EQ(trace.streaming8, 1);
+    EXPECT_EQ(trace.streaming8, 2);
     EXPECT_EQ(trace.streaming16, 2);
     EXPECT_EQ(trace.fences, 1);
     EXPECT_EQ(trace.mmx, 2);

@@ -2,7 +2,7 @@
 // row.
 #pragma once
 
-#include "colour/ycbcr_vector.h"
+#include "colour/rgb_to_ycbcr_blocks.h"
 
 namespace rux::RUX_LEVEL {
 namespace {

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "colour/blocks.h"
-#include "colour/ycbcr_scalar.h"
+#include "colour/rgb_to_ycbcr_scalar.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
