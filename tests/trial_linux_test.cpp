@@ -171,12 +171,10 @@ TEST(HostsFaults, fullStack)
     char* const wall = static_cast<char*>(mmap(nullptr, page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
     ASSERT_NE(wall, MAP_FAILED);
     static char spare[1 << 16];
-    bool hasSpare = false;
     faultWhileProbing(SIGSEGV, [&] {
-        if (!hasSpare) {
-            const stack_t spareStack = {spare, 0, sizeof spare};
-            hasSpare = sigaltstack(&spareStack, nullptr) == 0;
-        }
+        const stack_t spareStack = {spare, 0, sizeof spare};
+        stack_t earlier;
+        ASSERT_EQ(sigaltstack(&spareStack, &earlier), 0);
         const uintptr_t word = 0;
         void* stack = wall + page;
 #if defined(__x86_64__)
@@ -184,6 +182,7 @@ TEST(HostsFaults, fullStack)
 #else
         asm volatile("xchgl %0, %%esp\n\tpushl (%%eax)\n\txchgl %0, %%esp" : "+S"(stack) : "a"(&word) : "memory");
 #endif
+        sigaltstack(&earlier, nullptr);
     });
     munmap(wall, page);
 }

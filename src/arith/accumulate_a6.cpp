@@ -13,7 +13,7 @@ inline EightFloats convertEight(const uint8_t* from)
 }
 
 template <typename Weight>
-void accumulateRow(Weight weight, const uint8_t* src, uint8_t* srcDst, size_t elements)
+[[gnu::noinline]] void accumulateRow(Weight weight, const uint8_t* src, uint8_t* srcDst, size_t elements)
 {
     const MmxState state;
     accumulateElements(weight, src, srcDst, elements);

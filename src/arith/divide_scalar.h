@@ -9,7 +9,7 @@ namespace {
 // A quotient of two floats, rounded to double and then to float, is the correctly rounded float.
 inline float reciprocalOf(float value)
 {
-    return static_cast<float>(1.0 / value);
+    return roundedToSingle(1.0 / value);
 }
 
 inline void finishRows() {}

@@ -52,7 +52,7 @@ inline void sumColumnsInDouble(const ImagePair& images, double* norm)
         for (; pairs > 0; --pairs, a += 8, b += 8) sums = _mm_add_pd(sums, twoDifferences(a, b));
         if (images.roiSize.width % 2 != 0) sums = _mm_add_pd(sums, oneDifference(a, b));
     });
-    _mm_store_sd(norm, _mm_add_sd(_mm_unpackhi_pd(sums, sums), sums));
+    store<double>(norm, _mm_cvtsd_f64(_mm_add_sd(_mm_unpackhi_pd(sums, sums), sums)));
 }
 
 // Channels 0 and 1 stand in the first pair, 2 and 3 in the second, where AC4 and C3 leave out the upper half.
@@ -73,7 +73,7 @@ inline void sumChannelsInDouble(const ImagePair& images, double* norm)
     if (layout == Layout::C4)
         _mm_storeu_pd(norm + 2, second);
     else
-        _mm_store_sd(norm + 2, second);
+        store<double>(norm + 2, _mm_cvtsd_f64(second));
 }
 
 template <Layout layout>

@@ -34,6 +34,16 @@ inline float floatOf(uint32_t bits)
     return value;
 }
 
+// The value rounded to single precision: on the floating-point stack a conversion alone does not round.
+inline float roundedToSingle(double value)
+{
+    float rounded = static_cast<float>(value);
+#ifndef __SSE2__
+    asm("" : "+m"(rounded));
+#endif
+    return rounded;
+}
+
 #ifndef __SSE2__   // not FLT_EVAL_METHOD: Clang reports 0 with SSE alone, where doubles are still on the stack
 class StackPrecision {
 public:

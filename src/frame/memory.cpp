@@ -14,9 +14,10 @@ constexpr size_t headerBytes = boundary + sizeof(void*);
 
 uint8_t* allocateBytes(uint32_t bytes)
 {
-    // A request that wraps past zero would not even hold the header: there is no such block.
+    // The sum wraps as the contract has it; a request that wraps below the boundary would not even hold the raw
+    // pointer, and there is no such block.
     const uint32_t request = static_cast<uint32_t>(bytes + headerBytes);
-    if (request < headerBytes) return nullptr;
+    if (request < boundary) return nullptr;
     void* const raw = malloc(request);
     if (!raw) return nullptr;
     const uintptr_t address = (reinterpret_cast<uintptr_t>(raw) + headerBytes - 1) & ~(boundary - 1);

@@ -75,8 +75,10 @@ _\name\()@\bytes:
 
         // A host that links the static library gets the load along with its first stub.
 #if defined(__x86_64__)
+        .globl  ruxAttach
         .reloc  ., R_X86_64_NONE, ruxAttach
 #elif defined(__ELF__)
+        .globl  ruxAttach
         .reloc  ., R_386_NONE, ruxAttach
 #else
         .section .rdata, "dr"

@@ -34,8 +34,8 @@ inline ruxInterpolation effectiveMode(ruxInterpolation mode, ruxiSize image)
     return mode;
 }
 
-// What the checks have let through. Not inlined: with -mfpmath=387 a conversion to an integer puts back the control word
-// that its own function began with, so no conversion may stand in the function that sets the precision.
+// What the checks have let through. Not inlined: on the floating-point stack a conversion to an integer puts back the
+// control word that its own function began with, so none may stand in the function that sets the precision.
 [[gnu::noinline]] ruxStatus resize(const uint8_t* src, ruxiSize srcSize, int32_t srcStep, ruxiRect srcRoi, uint8_t* dst,
                                    int32_t dstStep, ruxiSize dstRoiSize, double xFactor, double yFactor,
                                    ruxInterpolation interpolation)

@@ -35,7 +35,8 @@ inline CubicTerms loadTerms(const uint8_t* src, const int32_t* offsets)
     return {_mm_cvtpu16_ps(a), _mm_cvtpi16_ps(e1), _mm_cvtpi16_ps(e2), _mm_cvtpi16_ps(e3)};
 }
 
-[[gnu::noinline]] void scaleRowCubic(const uint8_t* src, const int32_t* offsets, const float* fractions, float* row, int32_t width)
+[[gnu::noinline]] void scaleRowCubic(const uint8_t* src, const int32_t* offsets, const float* fractions, float* row,
+                                     int32_t width)
 {
     const MmxState state;
     scaleRowByFours(src, offsets, fractions, row, width);

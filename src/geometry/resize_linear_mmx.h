@@ -13,7 +13,8 @@ inline __m64 loadPair(const uint8_t* pair)
     return _mm_unpacklo_pi8(_mm_cvtsi32_si64(load<uint16_t>(pair)), _mm_setzero_si64());
 }
 
-void scaleRowLinear(const uint8_t* src, const int32_t* offsets, const uint16_t* weights, uint16_t* row, int32_t width)
+[[gnu::noinline]] void scaleRowLinear(const uint8_t* src, const int32_t* offsets, const uint16_t* weights,
+                                      uint16_t* row, int32_t width)
 {
     const MmxState state;
     int32_t j = 0;
@@ -44,7 +45,8 @@ inline void blendOne(const uint16_t* upper, const uint16_t* lower, int32_t weigh
     *dst = static_cast<uint8_t>((*lower * weight + *upper * (linearOne - weight)) >> 20);
 }
 
-void blendRowsLinear(const uint16_t* upper, const uint16_t* lower, uint16_t weight, uint8_t* dst, int32_t width)
+[[gnu::noinline]] void blendRowsLinear(const uint16_t* upper, const uint16_t* lower, uint16_t weight, uint8_t* dst,
+                                       int32_t width)
 {
     const MmxState state;
     const int16_t lowerWeight = static_cast<int16_t>(weight);

@@ -86,6 +86,12 @@ struct ScaledMeans {
         return _mm_unpacklo_epi64(two(sums), two(_mm_shuffle_epi32(sums, _MM_SHUFFLE(3, 2, 3, 2))));
     }
 
+    __m128i ofWords(__m128i sums) const
+    {
+        const __m128i zero = _mm_setzero_si128();
+        return _mm_packs_epi32((*this)(_mm_unpacklo_epi16(sums, zero)), (*this)(_mm_unpackhi_epi16(sums, zero)));
+    }
+
 private:
     __m128i two(__m128i sums) const
     {
@@ -94,28 +100,47 @@ private:
 };
 
 // The same where norm is 2^-shift: (sum + 2^(shift - 1)) >> shift is exact.
-struct ShiftedMeans {
-    __m128i half;
-    __m128i shift;
+class ShiftedMeans {
+public:
+    explicit ShiftedMeans(int32_t shift)
+        : half(_mm_set1_epi32(1 << (shift - 1))), halfWords(_mm_set1_epi16(static_cast<int16_t>(1 << (shift - 1)))),
+          shift(_mm_cvtsi32_si128(shift))
+    {
+    }
 
     __m128i operator()(__m128i sums) const { return _mm_srl_epi32(_mm_add_epi32(sums, half), shift); }
+
+    __m128i ofWords(__m128i sums) const { return _mm_srl_epi16(_mm_add_epi16(sums, halfWords), shift); }
+
+private:
+    __m128i half;
+    __m128i halfWords;
+    __m128i shift;
 };
 
-inline void storeMeans(uint8_t* dst, __m128i low, __m128i high)
+inline void storeEight(uint8_t* dst, __m128i words)
 {
-    const __m128i eight = _mm_packs_epi32(low, high);
-    _mm_storel_epi64(reinterpret_cast<__m128i*>(dst), _mm_packus_epi16(eight, eight));
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(dst), _mm_packus_epi16(words, words));
 }
 
-// Boxes of two columns, straight from the columns' sums. At least eight boxes; here and below the last steps may do
-// over again what those before have done.
+// Eight boxes of two columns, each in a word: at most 128 * 2 * 255 = 65280, and a half of that mean more.
+inline __m128i sumEightPairs(const uint8_t* src, int32_t srcStep, int32_t rows)
+{
+    const __m128i evenBytes = _mm_set1_epi16(0xFF);
+    __m128i sums = _mm_setzero_si128();
+    for (; rows > 0; --rows, src += srcStep) {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src));
+        sums = _mm_add_epi16(sums, _mm_add_epi16(_mm_and_si128(bytes, evenBytes), _mm_srli_epi16(bytes, 8)));
+    }
+    return sums;
+}
+
+// At least eight boxes; here and below the last steps may do over again what those before have done.
 template <typename Means>
 inline void reducePairs(Means means, const uint8_t* src, int32_t srcStep, int32_t rows, uint8_t* dst, int32_t length)
 {
-    const __m128i ones = _mm_set1_epi16(1);
     const auto writeEight = [&](int32_t k) {
-        const SixteenWords sums = sumSixteenColumns(src + 2 * static_cast<ptrdiff_t>(k), srcStep, rows);
-        storeMeans(dst + k, means(_mm_madd_epi16(sums.low, ones)), means(_mm_madd_epi16(sums.high, ones)));
+        storeEight(dst + k, means.ofWords(sumEightPairs(src + 2 * static_cast<ptrdiff_t>(k), srcStep, rows)));
     };
     for (int32_t k = 0; k + 8 <= length; k += 8) writeEight(k);
     if (length & 7) writeEight(length - 8);
@@ -141,7 +166,9 @@ inline void reduceWide(Means means, const uint16_t* words, int32_t width, uint8_
     const WideBoxes boxes(width);
     const auto writeEight = [&](int32_t k) {
         const uint16_t* const from = words + static_cast<ptrdiff_t>(k) * width;
-        storeMeans(dst + k, means(boxes.sumFour(from)), means(boxes.sumFour(from + 4 * static_cast<ptrdiff_t>(width))));
+        const __m128i low = means(boxes.sumFour(from));
+        const __m128i high = means(boxes.sumFour(from + 4 * static_cast<ptrdiff_t>(width)));
+        storeEight(dst + k, _mm_packs_epi32(low, high));
     };
     for (int32_t k = 0; k + 8 <= length; k += 8) writeEight(k);
     if (length & 7) writeEight(length - 8);
@@ -180,11 +207,9 @@ inline void reduceInWords(const Reduction& reduction, uint32_t* sums, int32_t co
 {
     uint16_t* const words = reinterpret_cast<uint16_t*>(sums);
     if (const int32_t shift = shiftOf(reduction.norm)) {
-        const ShiftedMeans means = {_mm_set1_epi32(1 << (shift - 1)), _mm_cvtsi32_si128(shift)};
-        reduceInWords(means, reduction, words, columns, src, srcStep, dst);
+        reduceInWords(ShiftedMeans(shift), reduction, words, columns, src, srcStep, dst);
     } else {
-        const ScaledMeans means = {_mm_set1_pd(reduction.norm)};
-        reduceInWords(means, reduction, words, columns, src, srcStep, dst);
+        reduceInWords(ScaledMeans{_mm_set1_pd(reduction.norm)}, reduction, words, columns, src, srcStep, dst);
     }
 }
 

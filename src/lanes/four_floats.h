@@ -8,6 +8,9 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
+// A float off its natural boundary.
+typedef float FloatAnywhere __attribute__((aligned(1), may_alias));
+
 struct FourFloats {
     static constexpr size_t size = 16;
     __m128 value;
@@ -19,15 +22,18 @@ struct FourFloats {
     }
 
     // One float, and zeros above it.
-    static FourFloats loadOne(const uint8_t* from) { return {_mm_load_ss(reinterpret_cast<const float*>(from))}; }
+    static FourFloats loadOne(const uint8_t* from)
+    {
+        return {_mm_set_ss(*reinterpret_cast<const FloatAnywhere*>(from))};
+    }
 
     void store(uint8_t* to) const { _mm_storeu_ps(reinterpret_cast<float*>(to), value); }
     void storeStreaming(uint8_t* to) const { _mm_stream_ps(reinterpret_cast<float*>(to), value); }
-    void storeOne(uint8_t* to) const { _mm_store_ss(reinterpret_cast<float*>(to), value); }
+    void storeOne(uint8_t* to) const { *reinterpret_cast<FloatAnywhere*>(to) = _mm_cvtss_f32(value); }
     void storeThree(uint8_t* to) const
     {
         _mm_storel_pi(reinterpret_cast<__m64*>(to), value);
-        _mm_store_ss(reinterpret_cast<float*>(to) + 2, _mm_movehl_ps(value, value));
+        FourFloats{_mm_movehl_ps(value, value)}.storeOne(to + 8);
     }
 };
 

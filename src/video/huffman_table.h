@@ -1,7 +1,7 @@
 // The lookup structure of a variable-length code: sub-tables in one block of words, the root at word 0.
 //
-// A sub-table is a header, its width in bits, and 2^width entries. An entry is a link, the low byte 128 and above it the
-// index of another sub-table, or a leaf: the low byte counts the bits of the index that are not part of the code.
+// A sub-table is a header, its width in bits, and 2^width entries. An entry is a link, the low byte 128 and above it
+// the index of another sub-table, or a leaf: the low byte counts the bits of the index that are not part of the code.
 #pragma once
 
 #include "video/bit_reader.h"

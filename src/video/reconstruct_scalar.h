@@ -24,7 +24,7 @@ inline RunLevel followEscape(RunLevel pair, BitReader& reader)
     return {escapedRun(escape), escapedLevel(escape)};
 }
 
-// A block under way. Both members of store: products in 32 bits, which wrap, divided toward zero, kept in 16 bits.
+// A block under way. Products are 32 bits wide and wrap; a coefficient is divided toward zero and cut to 16 bits.
 struct Block {
     BitReader reader;
     const int32_t* scanTable;

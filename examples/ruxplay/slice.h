@@ -1,0 +1,45 @@
+// Decodes one slice: macroblocks one after the other, from their headers to the samples in the frame.
+#pragma once
+
+#include "bitstream.h"
+#include "macroblock.h"
+#include "motion_vectors.h"
+#include "prediction.h"
+
+class SliceDecoder {
+public:
+    // bits stand behind the slice's start code, end where the next start code begins.
+    SliceDecoder(Picture& picture, BitReader bits, BitReader end) : picture_(picture), bits_(bits), end_(end) {}
+
+    // startCode gives the row of macroblocks. Throws Damage; what has been decoded before is marked in the picture.
+    void decode(int startCode);
+
+private:
+    // slice.cpp
+    int readSliceHeader(int startCode);
+    int readAddressIncrement();
+    void readQuantiserScale();
+    void skipMacroblocks(int firstX, int endX);
+    void decodeMacroblock();
+    void finish();
+
+    // macroblock_header.cpp
+    void readMacroblockHeader();
+    void readMotion(int type);
+    void readCodedBlocks();
+    void resetDcPredictors();
+
+    // blocks.cpp
+    void decodeIntraBlocks();
+    bool decodeResidual();
+    void requireProgress(ruxStatus status, const BitReader& before) const;
+
+    Picture& picture_;
+    BitReader bits_;
+    const BitReader end_;
+    int16_t quantiserScale_ = 0;
+    int16_t dcPredictor_[3] = {};
+    MotionVectors vectors_;
+    Macroblock macroblock_;
+    Residual residual_;
+};
