@@ -14,7 +14,7 @@ struct BlockPlace {
     int rowDistance;
 };
 
-BlockPlace placeOf(int block, const Picture& picture, bool fieldDct)
+BlockPlace placeOf(int block, const CodedPicture& picture, bool fieldDct)
 {
     const bool chroma = block >= 4;
     const bool lower = chroma ? block >= 6 : block >= 2;

@@ -68,7 +68,7 @@ private:
 
     enum class PictureState { none, headed, extended, decoding } state_ = PictureState::none;
     PictureHeader header_;
-    std::optional<Picture> picture_;
+    std::optional<CodedPicture> picture_;
     bool pictureIsDamaged_ = false;
 
     std::unique_ptr<Frame> frames_[3];

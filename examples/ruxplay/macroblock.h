@@ -29,7 +29,7 @@ struct Macroblock {
 };
 
 // One picture in decoding.
-struct Picture {
+struct CodedPicture {
     const CodeTables& codes;
     PictureHeader header;
     Matrices matrices;

@@ -7,7 +7,7 @@
 namespace {
 
 // One component: the prediction and the difference in the stream, wrapped into the range of the f_code.
-int readComponent(BitReader& bits, const Picture& picture, int fCode, int prediction)
+int readComponent(BitReader& bits, const CodedPicture& picture, int fCode, int prediction)
 {
     if (fCode < 1 || fCode > 9) throw Damage("a motion vector without a legal f_code");
     const int residualBits = fCode - 1;
@@ -31,7 +31,7 @@ int half(int value)
 
 // The vectors of dual prime into the fields of opposite parity. The distance between the two fields that come first
 // is one field time, between the others three; a line of the bottom field lies half a line below.
-void deriveOpposite(const Picture& picture, MotionVector same, MotionVector difference, Macroblock& macroblock)
+void deriveOpposite(const CodedPicture& picture, MotionVector same, MotionVector difference, Macroblock& macroblock)
 {
     const int timesOfTop = picture.header.topFieldFirst ? 1 : 3;
     const int timesOfBottom = 4 - timesOfTop;
@@ -42,7 +42,7 @@ void deriveOpposite(const Picture& picture, MotionVector same, MotionVector diff
 
 }
 
-void MotionVectors::read(BitReader& bits, const Picture& picture, int direction, Macroblock& macroblock)
+void MotionVectors::read(BitReader& bits, const CodedPicture& picture, int direction, Macroblock& macroblock)
 {
     const bool fieldLines = macroblock.motionType != MotionType::frame;
     const bool dualPrime = macroblock.motionType == MotionType::dualPrime;

@@ -9,7 +9,7 @@ public:
     void reset() { *this = {}; }
 
     // Reads the vectors of one direction (0 forward, 1 backward) into the macroblock.
-    void read(BitReader& bits, const Picture& picture, int direction, Macroblock& macroblock);
+    void read(BitReader& bits, const CodedPicture& picture, int direction, Macroblock& macroblock);
 
     // The vector with which a skipped macroblock of a B picture is predicted.
     MotionVector predicted(int direction) const { return predictor_[0][direction]; }

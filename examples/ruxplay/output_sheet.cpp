@@ -39,10 +39,10 @@ public:
         const int across = std::min(columns, int(chosen_.size()));
         const int down = (int(chosen_.size()) + columns - 1) / columns;
         const int width = chosen_[0].width + gap, height = chosen_[0].height + gap;
-        ::Picture sheet(gap + across * width, gap + down * height);
+        Picture sheet(gap + across * width, gap + down * height);
         ruxiSet_8u_C1R(ground, sheet.pixels.data(), sheet.step(), {sheet.step(), sheet.height});
         for (int index = 0; index < int(chosen_.size()); ++index) {
-            const ::Picture& picture = chosen_[size_t(index)];
+            const Picture& picture = chosen_[size_t(index)];
             uint8_t* const place = sheet.at(gap + index % columns * width, gap + index / columns * height);
             ruxiCopy_8u_C3R(picture.pixels.data(), picture.step(), place, sheet.step(),
                             {picture.width, picture.height});
@@ -61,7 +61,7 @@ private:
     const size_t expected_;
     const bool isScaled_;
     size_t count_ = 0;
-    std::vector<::Picture> chosen_;
+    std::vector<Picture> chosen_;
 };
 
 }

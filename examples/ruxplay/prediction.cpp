@@ -57,7 +57,7 @@ Source place(const Plane& plane, int lines, int x, int y, const Kernel& kernel, 
 
 class Predictor {
 public:
-    Predictor(const Picture& picture, const Macroblock& macroblock, const Residual& residual)
+    Predictor(const CodedPicture& picture, const Macroblock& macroblock, const Residual& residual)
         : picture_(picture), macroblock_(macroblock), residual_(residual)
     {
     }
@@ -100,7 +100,7 @@ private:
         kernel.two(a.samples, step, a.mode, b.samples, step, b.mode, diff, diffStep, dst, step, 0);
     }
 
-    const Picture& picture_;
+    const CodedPicture& picture_;
     const Macroblock& macroblock_;
     const Residual& residual_;
 };
@@ -115,7 +115,7 @@ const Frame* existing(const Frame* reference)
 
 }
 
-void predict(const Picture& picture, const Macroblock& macroblock, const Residual* residual)
+void predict(const CodedPicture& picture, const Macroblock& macroblock, const Residual* residual)
 {
     Predictor predictor(picture, macroblock, residual ? *residual : noResidual);
     if (macroblock.motionType == MotionType::dualPrime) {

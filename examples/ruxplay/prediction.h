@@ -14,4 +14,4 @@ struct Residual {
 
 // Predicts as the macroblock says and adds the residual, if there is one (null stands for none); throws Damage when a
 // vector leaves the reference.
-void predict(const Picture& picture, const Macroblock& macroblock, const Residual* residual);
+void predict(const CodedPicture& picture, const Macroblock& macroblock, const Residual* residual);

@@ -4,4 +4,4 @@
 #include "frame.h"
 #include "picture.h"
 
-::Picture toRgb(const PlanarView& picture);
+Picture toRgb(const PlanarView& picture);

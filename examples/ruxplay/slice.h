@@ -9,7 +9,7 @@
 class SliceDecoder {
 public:
     // bits stand behind the slice's start code, end where the next start code begins.
-    SliceDecoder(Picture& picture, BitReader bits, BitReader end) : picture_(picture), bits_(bits), end_(end) {}
+    SliceDecoder(CodedPicture& picture, BitReader bits, BitReader end) : picture_(picture), bits_(bits), end_(end) {}
 
     // startCode gives the row of macroblocks. Throws Damage; what has been decoded before is marked in the picture.
     void decode(int startCode);
@@ -34,7 +34,7 @@ private:
     bool decodeResidual();
     void requireProgress(ruxStatus status, const BitReader& before) const;
 
-    Picture& picture_;
+    CodedPicture& picture_;
     BitReader bits_;
     const BitReader end_;
     int16_t quantiserScale_ = 0;

@@ -5,6 +5,7 @@
 
 #include "frame/bytes.h"
 #include "frame/checks.h"
+#include "frame/float_environment.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -53,7 +54,7 @@ ruxStatus RUXCALL ruxiSet_16s_C1R(int16_t value, int16_t* dst, int32_t dstStep, 
 // The value travels as its bits: a signalling NaN stays one.
 ruxStatus RUXCALL ruxiSet_32f_C1R(float value, float* dst, int32_t dstStep, ruxiSize roiSize)
 {
-    return fillImage(load<uint32_t>(&value), dst, dstStep, roiSize);
+    return fillImage(bitsOf(value), dst, dstStep, roiSize);
 }
 
 // A plain byte loop at every level: the bytes between may belong to someone else, or not exist.
