@@ -110,7 +110,9 @@ void run(const Options& options)
 
     Cases cases;
     addMovement(cases);
+    addChannels(cases);
     addArith(cases);
+    addStatistics(cases);
 
     printHeading();
     std::vector<Row> rows;

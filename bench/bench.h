@@ -33,8 +33,10 @@ struct Case {
 
 using Cases = std::vector<Case>;
 
-// One for each folder of the library.
+// One for each file of cases.
 void addMovement(Cases& cases);
+void addChannels(Cases& cases);
 void addArith(Cases& cases);
+void addStatistics(Cases& cases);
 
 }

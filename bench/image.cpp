@@ -18,15 +18,16 @@ void* alignedBytes(size_t bytes)
     return block;
 }
 
-void fillRandom(uint8_t* bytes, size_t count)
+template <typename Element>
+void fillIntegers(Element* elements, size_t count)
 {
-    for (size_t i = 0; i < count; ++i) bytes[i] = static_cast<uint8_t>(generator() >> 8);
+    for (size_t i = 0; i < count; ++i) elements[i] = static_cast<Element>(generator() >> 8);
 }
 
-void fillRandom(int16_t* elements, size_t count)
-{
-    for (size_t i = 0; i < count; ++i) elements[i] = static_cast<int16_t>(generator() >> 8);
-}
+void fillRandom(uint8_t* elements, size_t count) { fillIntegers(elements, count); }
+void fillRandom(int16_t* elements, size_t count) { fillIntegers(elements, count); }
+void fillRandom(uint16_t* elements, size_t count) { fillIntegers(elements, count); }
+void fillRandom(int32_t* elements, size_t count) { fillIntegers(elements, count); }
 
 // All 1, so that repeated sums, differences and products neither overflow nor become subnormal.
 void fillRandom(float* elements, size_t count)

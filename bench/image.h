@@ -13,6 +13,8 @@ namespace rux::bench {
 void* alignedBytes(size_t bytes);
 void fillRandom(uint8_t* bytes, size_t count);
 void fillRandom(int16_t* elements, size_t count);
+void fillRandom(uint16_t* elements, size_t count);
+void fillRandom(int32_t* elements, size_t count);
 void fillRandom(float* elements, size_t count);
 
 template <typename Element>

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # For sourcing: where the Windows environment lies, and whether this machine needs one of its own.
 #
 #   RUX_WINE_ROOT   a folder with a 32-bit system and Wine in it; it stays between runs, outside the checkout

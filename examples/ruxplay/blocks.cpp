@@ -14,12 +14,18 @@ struct BlockPlace {
     int rowDistance;
 };
 
-BlockPlace placeOf(int block, const CodedPicture& picture, bool fieldDct)
+constexpr BlockPlace places420[2][8] = {
+    {{0, 0, 0, 1}, {0, 8, 0, 1}, {0, 0, 8, 1}, {0, 8, 8, 1}, {1, 0, 0, 1}, {2, 0, 0, 1}},
+    {{0, 0, 0, 2}, {0, 8, 0, 2}, {0, 0, 1, 2}, {0, 8, 1, 2}, {1, 0, 0, 1}, {2, 0, 0, 1}},   // field DCT
+};
+constexpr BlockPlace places422[2][8] = {
+    {{0, 0, 0, 1}, {0, 8, 0, 1}, {0, 0, 8, 1}, {0, 8, 8, 1}, {1, 0, 0, 1}, {2, 0, 0, 1}, {1, 0, 8, 1}, {2, 0, 8, 1}},
+    {{0, 0, 0, 2}, {0, 8, 0, 2}, {0, 0, 1, 2}, {0, 8, 1, 2}, {1, 0, 0, 2}, {2, 0, 0, 2}, {1, 0, 1, 2}, {2, 0, 1, 2}},
+};
+
+const BlockPlace* placesOf(const CodedPicture& picture, bool fieldDct)
 {
-    const bool chroma = block >= 4;
-    const bool lower = chroma ? block >= 6 : block >= 2;
-    const bool fields = fieldDct && !(chroma && picture.chromaFormat == ChromaFormat::yuv420);
-    return {chroma ? 1 + (block & 1) : 0, chroma ? 0 : 8 * (block & 1), lower ? (fields ? 1 : 8) : 0, fields ? 2 : 1};
+    return (picture.chromaFormat == ChromaFormat::yuv420 ? places420 : places422)[fieldDct];
 }
 
 }
@@ -36,10 +42,11 @@ void SliceDecoder::decodeIntraBlocks()
     const PictureHeader& header = picture_.header;
     const Scan& scan = header.alternateScan ? alternateScan : zigzagScan;
     const CodeTable& coefficients = picture_.codes.coefficients[header.intraTableOne];
+    const BlockPlace* const places = placesOf(picture_, macroblock_.fieldDct);
     alignas(16) int16_t block[64];
 
     for (int index = 0; index < picture_.blockCount(); ++index) {
-        const BlockPlace place = placeOf(index, picture_, macroblock_.fieldDct);
+        const BlockPlace& place = places[index];
         const Matrix& matrix = place.plane == 0 ? picture_.matrices.intra : picture_.matrices.chromaIntra;
         const BitReader before = bits_;
         int32_t count;
@@ -61,10 +68,11 @@ bool SliceDecoder::decodeResidual()
 {
     if (macroblock_.codedBlocks == 0) return false;
     const Scan& scan = picture_.header.alternateScan ? alternateScan : zigzagScan;
+    const BlockPlace* const places = placesOf(picture_, macroblock_.fieldDct);
     alignas(16) int16_t block[64];
 
     for (int index = 0; index < picture_.blockCount(); ++index) {
-        const BlockPlace place = placeOf(index, picture_, macroblock_.fieldDct);
+        const BlockPlace& place = places[index];
         const int32_t rowStep = Residual::step(place.plane);
         int16_t* const target = residual_.samples[place.plane] + place.y * rowStep / 2 + place.x;
         const int32_t step = rowStep * place.rowDistance;

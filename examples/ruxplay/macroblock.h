@@ -45,3 +45,11 @@ struct CodedPicture {
 
 // Reads one code; throws Damage where the stream holds none.
 int readCode(BitReader& bits, const CodeTable& table, const char* what);
+
+// The same for the codes in which a single 1 stands for the commonest value.
+inline int readCode(BitReader& bits, const CodeTable& table, const char* what, int commonest)
+{
+    if (bits.peek(1) == 0) return readCode(bits, table, what);
+    bits.skip(1);
+    return commonest;
+}

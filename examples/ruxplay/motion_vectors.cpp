@@ -11,7 +11,7 @@ int readComponent(BitReader& bits, const CodedPicture& picture, int fCode, int p
 {
     if (fCode < 1 || fCode > 9) throw Damage("a motion vector without a legal f_code");
     const int residualBits = fCode - 1;
-    int delta = readCode(bits, picture.codes.motionCode, "motion code");
+    int delta = readCode(bits, picture.codes.motionCode, "motion code", 0);
     if (residualBits > 0 && delta != 0) {
         const int magnitude = ((std::abs(delta) - 1) << residualBits) + int(bits.read(residualBits)) + 1;
         delta = delta < 0 ? -magnitude : magnitude;

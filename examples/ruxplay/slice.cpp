@@ -48,7 +48,7 @@ int SliceDecoder::readAddressIncrement()
 {
     int total = 0;
     for (;;) {
-        const int increment = readCode(bits_, picture_.codes.addressIncrement, "macroblock address");
+        const int increment = readCode(bits_, picture_.codes.addressIncrement, "macroblock address", 1);
         if (increment != macroblockEscape) return total + increment;
         total += macroblockEscape - 1;
         if (total > picture_.macroblocksAcross) throw Damage("a macroblock address behind the row's end");

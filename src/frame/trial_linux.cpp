@@ -13,6 +13,10 @@
 //
 // SIGILL, SIGSEGV, SIGBUS and SIGFPE are all that a trial instruction can raise: unknown or disabled, refused to user
 // code, its page lost, and an exception of the host's x87 code still pending.
+//
+// What remains: the kernel keeps one pending signal of a kind for a thread, so that one sent to the trial's thread at
+// the instant of a trial's fault merges with it; and a thread that forks in these microseconds gives the child the
+// guard's handlers until it calls exec.
 #include "frame/trial.h"
 
 #include <errno.h>
