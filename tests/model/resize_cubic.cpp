@@ -38,7 +38,7 @@ struct Samples {
     float a, b, c, d;
 };
 
-// px and m6, where T of the third difference and of the steps is double.
+// px and m6: every step in double.
 double wideAlong(const Samples& samples, double t)
 {
     const double a = samples.a, b = samples.b, c = samples.c, d = samples.d;

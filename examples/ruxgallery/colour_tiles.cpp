@@ -1,0 +1,126 @@
+#include <cstdio>
+
+#include "tile.h"
+
+namespace {
+
+constexpr int magnification = 4;
+
+Picture beside(const Picture& left, const Picture& right)
+{
+    Picture result(left.width + right.width, left.height);
+    require(ruxiCopy_8u_C3R(left.pixels.data(), left.step(), result.at(0, 0), result.step(), sizeOf(left)));
+    require(ruxiCopy_8u_C3R(right.pixels.data(), right.step(), result.at(left.width, 0), result.step(), sizeOf(right)));
+    return result;
+}
+
+// A detail of the picture before the road and, to the right of it, after.
+Picture detail(const Picture& before, const Picture& after)
+{
+    const ruxiSize size = {before.width / magnification / 2, before.height / magnification};
+    const ruxiRect place = {before.width * 5 / 8, before.height * 5 / 8, size.width, size.height};
+    return magnified(beside(part(before, place), part(after, place)), magnification);
+}
+
+std::string meanDifference(const Picture& before, const Picture& after)
+{
+    double norm[3] = {};
+    require(ruxiNormDiff_L1_8u_C3R(before.pixels.data(), before.step(), after.pixels.data(), after.step(),
+                                   sizeOf(before), norm));
+    char text[64];
+    std::snprintf(text, sizeof text, "mean change of a byte: %.2f",
+                  (norm[0] + norm[1] + norm[2]) / (3.0 * before.width * before.height));
+    return text;
+}
+
+// 128 where nothing changed, each step of change as 8.
+Picture changes(const Picture& before, const Picture& after)
+{
+    FloatImage change = floats(after);
+    const FloatImage origin = floats(before);
+    FloatImage middle(change.size());
+    require(ruxiSet_32f_C1R(128, middle.data(), middle.step(), middle.size()));
+    require(ruxiSub_32f_C1IR(origin.data(), origin.step(), change.data(), change.step(), change.size()));
+    require(ruxiDivC_32f_C1IR(1.0f / 8, change.data(), change.step(), change.size()));
+    require(ruxiAdd_32f_C1IR(middle.data(), middle.step(), change.data(), change.step(), change.size()));
+    return rounded(change);
+}
+
+double road420(const Picture& picture, Picture& result)
+{
+    Planes420 planes = emptyPlanes(sizeOf(picture));
+    result = Picture(picture.width, picture.height);
+    return timed([&] {
+        toPlanes(picture, planes);
+        toPicture(planes, result);
+    });
+}
+
+double road422(const Picture& picture, Picture& result)
+{
+    Plane interleaved({picture.width * 2, picture.height});
+    result = Picture(picture.width, picture.height);
+    return timed([&] {
+        require(ruxiRGBToYCbCr422_8u_C3C2R(picture.pixels.data(), picture.step(), interleaved.data(),
+                                           interleaved.step(), sizeOf(picture)));
+        require(ruxiYCbCr422ToRGB_8u_C2C3R(interleaved.data(), interleaved.step(), result.pixels.data(), result.step(),
+                                           sizeOf(picture)));
+    });
+}
+
+// Luma on the left at half its size, and the two chroma planes one above the other on the right.
+Tile planes(const Picture& picture)
+{
+    Planes420 split = emptyPlanes(sizeOf(picture));
+    const double seconds = timed([&] { toPlanes(picture, split); });
+    const ruxiSize chroma = split.planes[1].size();
+    Plane small(chroma), sheet({chroma.width * 2, chroma.height * 2});
+    resize(split.planes[0], small, ruxInterpolationSuperSample);
+    require(ruxiSet_8u_C1R(24, sheet.data(), sheet.step(), sheet.size()));
+    const auto put = [&](const Plane& plane, int x, int y) {
+        require(ruxiCopy_8u_C1R(plane.data(), plane.step(), sheet.data() + y * sheet.step() + x, sheet.step(), chroma));
+    };
+    put(small, 0, chroma.height / 2);
+    put(split.planes[1], chroma.width, 0);
+    put(split.planes[2], chroma.width, chroma.height);
+    return {"Y left, Cb above, Cr below", "ruxiRGBToYCbCr420_8u_C3P3R", "", seconds, grey(sheet)};
+}
+
+Tile detailOf420(const Picture& picture)
+{
+    Picture result;
+    const double seconds = road420(picture, result);
+    return {"4:2:0 and back, x4: left before", "ruxiRGBToYCbCr420, ..420ToRGB", meanDifference(picture, result), seconds,
+            detail(picture, result)};
+}
+
+Tile changesOf420(const Picture& picture)
+{
+    Picture result;
+    const double seconds = road420(picture, result);
+    return {"what 4:2:0 changed, 8 times", "ruxiRGBToYCbCr420, ..420ToRGB", "grey where nothing changed", seconds,
+            changes(picture, result)};
+}
+
+Tile detailOf422(const Picture& picture)
+{
+    Picture result;
+    const double seconds = road422(picture, result);
+    return {"4:2:2 and back, x4: left before", "ruxiRGBToYCbCr422, ..422ToRGB", meanDifference(picture, result), seconds,
+            detail(picture, result)};
+}
+
+Tile changesOf422(const Picture& picture)
+{
+    Picture result;
+    const double seconds = road422(picture, result);
+    return {"what 4:2:2 changed, 8 times", "ruxiRGBToYCbCr422, ..422ToRGB", "grey where nothing changed", seconds,
+            changes(picture, result)};
+}
+
+}
+
+Family colourTiles()
+{
+    return {"Colour", {planes, detailOf420, changesOf420, detailOf422, changesOf422}};
+}
