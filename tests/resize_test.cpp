@@ -86,26 +86,26 @@ static void scalingCase(Case& c, ruxInterpolation mode, const Compare& compare)
 
 TEST_P(Resize, nearest)
 {
-    sweep(RUX_OPERATION(ruxiResize_8u_C1R), imageSweep().labelled(":nearest"),
+    sweep(RUX_OPERATION(ruxiResize_8u_C1R), imageSweep().repeated(3).labelled(":nearest"),
           [](Case& c, const auto& compare) { scalingCase(c, ruxInterpolationNearest, compare); });
 }
 
 TEST_P(Resize, linear)
 {
-    sweep(RUX_OPERATION(ruxiResize_8u_C1R), imageSweep().labelled(":linear"),
+    sweep(RUX_OPERATION(ruxiResize_8u_C1R), imageSweep().repeated(3).labelled(":linear"),
           [](Case& c, const auto& compare) { scalingCase(c, ruxInterpolationLinear, compare); });
 }
 
 TEST_P(Resize, cubic)
 {
-    sweep(RUX_OPERATION(ruxiResize_8u_C1R), imageSweep().labelled(":cubic"),
+    sweep(RUX_OPERATION(ruxiResize_8u_C1R), imageSweep().repeated(3).labelled(":cubic"),
           [](Case& c, const auto& compare) { scalingCase(c, ruxInterpolationCubic, compare); });
 }
 
 TEST_P(Resize, superSample)
 {
     sweep(RUX_OPERATION(ruxiResize_8u_C1R),
-          imageSweep().heightsOf({1, 2, 5, 9, 16, 33, 3, 12, 1, 64}).labelled(":superSample"),
+          imageSweep().repeated(3).heightsOf({1, 2, 5, 9, 16, 33, 3, 12, 1, 64}).labelled(":superSample"),
           [](Case& c, const auto& compare) { scalingCase(c, ruxInterpolationSuperSample, compare); });
 }
 
@@ -155,6 +155,28 @@ TEST_P(Resize, largeReductions)
             }
         }
     }
+}
+
+// Positions are sums of steps: far from the start their rounding shows.
+TEST_P(Resize, longRows)
+{
+    const Image<uint8_t> src(Shape{20011, 5}, 17, anyBits<uint8_t>);
+    const Image<uint8_t> dst(Shape{40000, 3}, 18);
+    for (const double factor : {1.37, 0.77}) {
+        for (const ruxInterpolation mode : {1, 2, 4, 8}) {
+            agree(RUX_OPERATION(ruxiResize_8u_C1R), src, src.roi(), src.step(), ruxiRect{0, 0, 20011, 5}, dst,
+                  dst.step(), dst.roi(), factor, 0.61, mode);
+        }
+    }
+}
+
+// Enough pixels that the last bit of each step of the cubic decides some of them.
+TEST_P(Resize, cubicOfALargeImage)
+{
+    const Image<uint8_t> src(Shape{801, 403}, 19, anyBits<uint8_t>);
+    const Image<uint8_t> dst(Shape{1002, 603}, 20);
+    agree(RUX_OPERATION(ruxiResize_8u_C1R), src, src.roi(), src.step(), ruxiRect{0, 0, 801, 403}, dst, dst.step(),
+          dst.roi(), 1.251, 1.497, ruxInterpolation(4));
 }
 
 // What 32 bits do not hold becomes 0x80000000, and so one pixel.

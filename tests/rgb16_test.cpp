@@ -105,6 +105,19 @@ TEST_P(Rgb16, readsRowsThatOverlap)
     }
 }
 
+// Any positive stride is a right one: a single row needs none.
+TEST_P(Rgb16, stridesOfOne)
+{
+    const ruxiSize roi{21, 1};
+    const Image<uint8_t> src(Shape{21, 1, 2});
+    const Image<uint16_t> dst(Shape{21, 1});
+    const auto planes = planesOfColour(roi, 1, 100, 90, 200);
+    const Steps ones{{1, 1, 1}};
+    eachInterleaved([&](const auto& op) { EXPECT_EQ(agree(op, src, 1, dst, 1, roi), 0); });
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYUV420ToBGR555_8u16u_P3C3R), planes, ones, dst, 1, roi), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYUV420ToBGR565_8u16u_P3C3R), planes, ones, dst, 1, roi), 0);
+}
+
 TEST_P(Rgb16, refusesWrongArguments)
 {
     const ruxiSize roi{9, 5};

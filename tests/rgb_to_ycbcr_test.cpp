@@ -86,6 +86,16 @@ TEST_P(RgbToYcbcr, readsRowsThatOverlap)
     }
 }
 
+// Any positive stride is a right one: a single row needs none.
+TEST_P(RgbToYcbcr, stridesOfOne)
+{
+    const Image<uint8_t> src(Shape{21, 1, 3}), interleaved(Shape{21, 1, 2});
+    const auto planes = planesOfColour(src.roi(), 1, 0, 0, 0);
+    const Steps ones{{1, 1, 1}};
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiRGBToYCbCr420_8u_C3P3R), src, 1, planes, ones, src.roi()), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiRGBToYCbCr422_8u_C3C2R), src, 1, interleaved, 1, src.roi()), 0);
+}
+
 TEST_P(RgbToYcbcr, refusesWrongArguments)
 {
     const Image<uint8_t> src(Shape{9, 5, 3});

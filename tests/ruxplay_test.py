@@ -10,6 +10,9 @@ import sys
 import tempfile
 from pathlib import Path
 
+from ruxplay_streams import (extensions, start_codes, with_concealment_vectors, with_matrices_behind,
+                             with_repeated_fields)
+
 ruxplay, clips = sys.argv[1], Path(sys.argv[2])
 levels = ("px", "m6", "a6", "w7")
 lowest_luma = {"px": 45.0, "m6": 38.0, "a6": 38.0, "w7": 38.0}
@@ -58,52 +61,6 @@ def check_equal_enough(stream, folder, pictures=None):
     print(f"{stream.name:30}", "  ".join("%5.2f %5.2f %5.2f" % row for row in lowest))
 
 
-def start_codes(stream, code):
-    return [match.start() for match in re.finditer(b"\0\0\1" + re.escape(bytes([code])), stream)]
-
-
-def extensions(stream, identifier):
-    return [at for at in start_codes(stream, 0xB5) if stream[at + 4] >> 4 == identifier]
-
-
-class Bits:
-    """A string of bits to which fields are added."""
-
-    def __init__(self):
-        self.text = ""
-
-    def add(self, value, width):
-        self.text += format(value, f"0{width}b")
-        return self
-
-    def bytes(self):
-        text = self.text + "0" * (-len(self.text) % 8)
-        return bytes(int(text[at:at + 8], 2) for at in range(0, len(text), 8))
-
-
-def matrix_extension(*matrices):
-    """Intra, non-intra, chroma intra, chroma non-intra: a list of 64 in scan order, or None."""
-    bits = Bits().add(3, 4)
-    for matrix in matrices:
-        bits.add(matrix is not None, 1)
-        for weight in matrix or []:
-            bits.add(weight, 8)
-    return b"\0\0\1\xb5" + bits.bytes()
-
-
-def with_repeated_fields(stream):
-    changed = bytearray(stream)
-    for at in extensions(stream, 8):
-        changed[at + 7] |= 2   # repeat_first_field
-    return bytes(changed)
-
-
-def with_matrices_behind(stream, picture, *matrices):
-    at = extensions(stream, 8)[picture]
-    end = stream.index(b"\0\0\1", at + 4)
-    return stream[:end] + matrix_extension(*matrices) + stream[end:]
-
-
 def clip(name):
     return (clips / f"{name}.m2v").read_bytes()
 
@@ -126,11 +83,14 @@ def test_clips(folder):
 def test_made_streams(folder):
     ramp = [8 + place for place in range(64)]
     steep = [16 + 2 * place for place in range(64)]
-    check_equal_enough(made(folder, "repeated_fields.m2v", with_repeated_fields(clip("interlaced_ipb_352x288"))), folder)
+    repeated = with_repeated_fields(clip("interlaced_ipb_352x288"))
+    check_equal_enough(made(folder, "repeated_fields.m2v", repeated), folder)
     changed = with_matrices_behind(clip("ipb_rotate_352x288"), 4, ramp, steep, None, None)
     check_equal_enough(made(folder, "matrices_in_midstream.m2v", changed), folder)
     chroma = with_matrices_behind(clip("yuv422_176x144"), 0, ramp, ramp, steep, steep)
     check_equal_enough(made(folder, "chroma_matrices.m2v", chroma), folder)
+    concealing = with_concealment_vectors(clip("intra_352x288"))
+    check_equal_enough(made(folder, "concealment_vectors.m2v", concealing), folder, 10)
     program = Path(folder, "program.mpg")
     ffmpeg("-i", clips / "ipb_rotate_352x288.m2v", "-f", "lavfi", "-i", "sine=duration=1", "-map", "1", "-map", "0",
            "-c:v", "copy", "-f", "vob", program)
@@ -230,7 +190,8 @@ def test_damage(folder):
         check(result.returncode == 3, f"damaged stream at {level}: status {result.returncode}")
         check("picture 1 (I), slice 5: " in result.stderr, f"damage at {level} told as {result.stderr}")
         check("macroblocks lost and concealed" in result.stderr, f"concealment at {level}: {result.stderr}")
-        check(len(rows) == 10 and rows[0][0] < 45 and min(row[0] for row in rows[1:]) >= 45, f"damage spread at {level}")
+        check(len(rows) == 10 and rows[0][0] < 45 and min(row[0] for row in rows[1:]) >= 45,
+              f"damage spread at {level}")
         result = run("--level", level, made(folder, "cut.m2v", stream[:len(stream) // 2 + 7]))
         check(result.returncode == 3 and "concealed" in result.stderr, f"cut stream at {level}: {result.stderr}")
 

@@ -158,6 +158,21 @@ TEST_P(YcbcrToRgb, readsRowsThatOverlap)
     }
 }
 
+// Any positive stride is a right one: a single row needs none.
+TEST_P(YcbcrToRgb, stridesOfOne)
+{
+    const ruxiSize roi{21, 1};
+    const Image<uint8_t> interleaved(Shape{21, 1, 2}), dst(Shape{21, 1, 3}), four(Shape{21, 1, 4});
+    const auto planes = planesOfColour(roi, 0, 100, 90, 200);
+    const Steps ones{{1, 1, 1}};
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYCbCr422ToRGB_8u_C2C3R), interleaved, 1, dst, 1, roi), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYUV422ToRGB_8u_C2C3R), interleaved, 1, dst, 1, roi), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYCbCr422ToRGB_8u_P3C3R), planes, ones, dst, 1, roi), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYCbCr420ToRGB_8u_P3C3R), planes, ones, dst, 1, roi), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYUV422ToRGB_8u_P3C3R), planes, ones, dst, 1, roi), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiYUV422ToRGB_8u_P3AC4R), planes, ones, four, 1, roi), 0);
+}
+
 TEST_P(YcbcrToRgb, refusesWrongArguments)
 {
     const ruxiSize roi{9, 5};

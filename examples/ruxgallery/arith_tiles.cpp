@@ -2,14 +2,7 @@
 
 namespace {
 
-constexpr int shift = 3;   // pixels; small enough for edges
-
-FloatImage filled(ruxiSize size, float value)
-{
-    FloatImage result(size);
-    require(ruxiSet_32f_C1R(value, result.data(), result.step(), size));
-    return result;
-}
+constexpr int shift = 6;   // pixels: enough for edges, not for a second picture
 
 Tile difference(const Picture& picture)
 {
@@ -18,7 +11,7 @@ Tile difference(const Picture& picture)
         require(ruxiAbsDiff_8u_C1R(picture.at(0, 0), picture.step(), picture.at(shift, 0), picture.step(),
                                    result.pixels.data(), result.step(), bytesOf(result)));
     });
-    return {"differs from itself moved aside", "ruxiAbsDiff_8u_C1R", "src2 = src1 + 3 pixels", seconds, result};
+    return {"differs from itself moved aside", "ruxiAbsDiff_8u_C1R", "src2 = src1 + 6 pixels", seconds, result};
 }
 
 Tile topBits(const Picture& picture)
@@ -38,7 +31,8 @@ FloatImage vignette(ruxiSize size)
     FloatImage result({size.width * 3, size.height});
     for (int y = 0; y < size.height; ++y)
         for (int x = 0; x < size.width; ++x) {
-            const float across = 2.0f * float(x) / float(size.width) - 1, down = 2.0f * float(y) / float(size.height) - 1;
+            const float across = 2.0f * float(x) / float(size.width) - 1;
+            const float down = 2.0f * float(y) / float(size.height) - 1;
             const float weight = std::max(0.0f, 1.25f * (1 - 0.6f * (across * across + down * down)));
             std::fill_n(result.data() + size_t(y) * size_t(result.width) + size_t(x) * 3, 3, weight);
         }
@@ -59,13 +53,13 @@ Tile relief(const Picture& picture)
 {
     const FloatImage image = floats(picture);
     const ruxiSize size = {(picture.width - shift) * 3, picture.height};
-    const FloatImage middle = filled(size, 128);
-    FloatImage result;
-    const double seconds = timed([&] { result = middle; }, [&] {
+    FloatImage result(size);
+    const double seconds = timed([&] {
+        require(ruxiSet_32f_C1R(128, result.data(), result.step(), size));
         require(ruxiAdd_32f_C1IR(image.data() + shift * 3, image.step(), result.data(), result.step(), size));
         require(ruxiSub_32f_C1IR(image.data(), image.step(), result.data(), result.step(), size));
     });
-    return {"a relief in float arithmetic", "ruxiAdd, ruxiSub_32f_C1IR", "128 + src[x + 3] - src[x]", seconds,
+    return {"a relief in float arithmetic", "ruxiSet, Add, Sub_32f_C1(I)R", "128 + src[x + 6] - src[x]", seconds,
             rounded(result)};
 }
 
@@ -78,10 +72,15 @@ Tile quotient(const Picture& picture)
     return {"brighter: divided by 0.4", "ruxiDivC_32f_C1IR", "value = 0.4", seconds, rounded(image)};
 }
 
+Picture mirrored(Picture picture)
+{
+    require(ruxiMirror_8u_C3IR(picture.pixels.data(), picture.step(), sizeOf(picture), ruxAxsVertical));
+    return picture;
+}
+
 Tile exposedTwice(const Picture& picture)
 {
-    Picture other = picture;
-    require(ruxiMirror_8u_C3IR(other.pixels.data(), other.step(), sizeOf(other), ruxAxsVertical));
+    const Picture other = mirrored(picture);
     FloatImage image;
     const double seconds = timed([&] { image = floats(picture); }, [&] {
         require(ruxiAddWeighted_8u32f_C1IR(other.pixels.data(), other.step(), image.data(), image.step(), image.size(),
@@ -98,7 +97,7 @@ Tile band(const Picture& picture)
         require(ruxiThreshold_LTValGTVal_8u_C1R(source.data(), source.step(), result.data(), result.step(),
                                                 source.size(), 64, 0, 128, 255));
     });
-    return {"a band stays, the rest black/white", "ruxiThreshold_LTValGTVal_8u_C1R", "below 64: 0, above 128: 255",
+    return {"a band stays, others black, white", "ruxiThreshold_LTValGTVal_8u_C1R", "below 64: 0, above 128: 255",
             seconds, grey(result)};
 }
 
@@ -110,7 +109,7 @@ Tile bandInEachChannel(const Picture& picture)
         require(ruxiThreshold_LTValGTVal_8u_C3R(picture.pixels.data(), picture.step(), result.pixels.data(),
                                                 result.step(), sizeOf(picture), low, below, high, above));
     });
-    return {"eight colours", "ruxiThreshold_LTValGTVal_8u_C3R", "to 0 or 255 at 128 (R), 96 (G), 64 (B)", seconds,
+    return {"eight colours", "ruxiThreshold_LTValGTVal_8u_C3R", "0 or 255 at 128 R, 96 G, 64 B", seconds,
             result};
 }
 
@@ -130,9 +129,7 @@ Tile brightPixels(const Picture& picture)
 
 Tile brighterThanItsMirror(const Picture& picture)
 {
-    Picture other = picture;
-    require(ruxiMirror_8u_C3IR(other.pixels.data(), other.step(), sizeOf(other), ruxAxsVertical));
-    const FloatImage image = floats(picture), mirror = floats(other);
+    const FloatImage image = floats(picture), mirror = floats(mirrored(picture));
     Picture result(picture.width, picture.height);
     const double seconds = timed([&] {
         require(ruxiCompare_32f_C1R(image.data(), image.step(), mirror.data(), mirror.step(), result.pixels.data(),

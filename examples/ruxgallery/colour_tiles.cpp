@@ -14,11 +14,11 @@ Picture beside(const Picture& left, const Picture& right)
     return result;
 }
 
-// A detail of the picture before the road and, to the right of it, after.
+// A detail from the middle height of the picture before the road and, to the right of it, after.
 Picture detail(const Picture& before, const Picture& after)
 {
     const ruxiSize size = {before.width / magnification / 2, before.height / magnification};
-    const ruxiRect place = {before.width * 5 / 8, before.height * 5 / 8, size.width, size.height};
+    const ruxiRect place = {before.width / 4, before.height * 3 / 8, size.width, size.height};
     return magnified(beside(part(before, place), part(after, place)), magnification);
 }
 
@@ -33,17 +33,12 @@ std::string meanDifference(const Picture& before, const Picture& after)
     return text;
 }
 
-// 128 where nothing changed, each step of change as 8.
 Picture changes(const Picture& before, const Picture& after)
 {
-    FloatImage change = floats(after);
-    const FloatImage origin = floats(before);
-    FloatImage middle(change.size());
-    require(ruxiSet_32f_C1R(128, middle.data(), middle.step(), middle.size()));
-    require(ruxiSub_32f_C1IR(origin.data(), origin.step(), change.data(), change.step(), change.size()));
-    require(ruxiDivC_32f_C1IR(1.0f / 8, change.data(), change.step(), change.size()));
-    require(ruxiAdd_32f_C1IR(middle.data(), middle.step(), change.data(), change.step(), change.size()));
-    return rounded(change);
+    Picture result(before.width, before.height);
+    require(ruxiAbsDiff_8u_C1R(before.pixels.data(), before.step(), after.pixels.data(), after.step(),
+                               result.pixels.data(), result.step(), bytesOf(before)));
+    return result;
 }
 
 double road420(const Picture& picture, Picture& result)
@@ -83,39 +78,48 @@ Tile planes(const Picture& picture)
     put(small, 0, chroma.height / 2);
     put(split.planes[1], chroma.width, 0);
     put(split.planes[2], chroma.width, chroma.height);
-    return {"Y left, Cb above, Cr below", "ruxiRGBToYCbCr420_8u_C3P3R", "", seconds, grey(sheet)};
+    return {"Y left, Cb above, Cr below", "ruxiRGBToYCbCr420_8u_C3P3R", "chroma at half width and height", seconds, grey(sheet)};
 }
+
+// The stripes show what shared chroma costs: 4:2:2 keeps those of rows and mixes those of columns, 4:2:0 mixes both.
+using Road = double (*)(const Picture& picture, Picture& result);
+
+Tile detailOf(Road road, const char* title, const char* operations, const Picture& picture)
+{
+    Picture before = picture, after;
+    stripe(before);
+    const double seconds = road(before, after);
+    return {title, operations, meanDifference(before, after), seconds, detail(before, after)};
+}
+
+Tile changesOf(Road road, const char* title, const char* operations, const Picture& picture)
+{
+    Picture before = picture, after;
+    stripe(before);
+    const double seconds = road(before, after);
+    return {title, operations, "black where nothing changed", seconds, changes(before, after)};
+}
+
+constexpr char both420[] = "ruxiRGBToYCbCr420, ..420ToRGB", both422[] = "ruxiRGBToYCbCr422, ..422ToRGB";
 
 Tile detailOf420(const Picture& picture)
 {
-    Picture result;
-    const double seconds = road420(picture, result);
-    return {"4:2:0 and back, x4: left before", "ruxiRGBToYCbCr420, ..420ToRGB", meanDifference(picture, result), seconds,
-            detail(picture, result)};
+    return detailOf(road420, "stripes x4: before, after 4:2:0", both420, picture);
 }
 
 Tile changesOf420(const Picture& picture)
 {
-    Picture result;
-    const double seconds = road420(picture, result);
-    return {"what 4:2:0 changed, 8 times", "ruxiRGBToYCbCr420, ..420ToRGB", "grey where nothing changed", seconds,
-            changes(picture, result)};
+    return changesOf(road420, "what 4:2:0 does to the stripes", both420, picture);
 }
 
 Tile detailOf422(const Picture& picture)
 {
-    Picture result;
-    const double seconds = road422(picture, result);
-    return {"4:2:2 and back, x4: left before", "ruxiRGBToYCbCr422, ..422ToRGB", meanDifference(picture, result), seconds,
-            detail(picture, result)};
+    return detailOf(road422, "stripes x4: before, after 4:2:2", both422, picture);
 }
 
 Tile changesOf422(const Picture& picture)
 {
-    Picture result;
-    const double seconds = road422(picture, result);
-    return {"what 4:2:2 changed, 8 times", "ruxiRGBToYCbCr422, ..422ToRGB", "grey where nothing changed", seconds,
-            changes(picture, result)};
+    return changesOf(road422, "what 4:2:2 does to the stripes", both422, picture);
 }
 
 }

@@ -79,6 +79,18 @@ Picture part(const Picture& picture, ruxiRect place)
     return result;
 }
 
+// Every other row is an image of twice the stride. Every other pixel of rows without gaps is an image one pixel wide
+// with a stride of two pixels, which begins anew in each row where the width is odd.
+void stripe(Picture& picture)
+{
+    const int32_t order[] = {2, 1, 0};
+    const int above = picture.height / 4 * 2, below = picture.height - above;
+    require(ruxiSwapChannels_8u_C3IR(picture.at(0, 0), 2 * picture.step(), {picture.width, above / 2}, order));
+    const int rows = picture.width % 2 ? 1 : below;
+    for (int y = above; y < picture.height; y += rows)
+        require(ruxiSwapChannels_8u_C3IR(picture.at(0, y), 6, {1, (picture.width + 1) / 2 * rows}, order));
+}
+
 void resize(const Plane& plane, Plane& result, ruxInterpolation interpolation)
 {
     require(ruxiResize_8u_C1R(plane.data(), plane.size(), plane.step(), {0, 0, plane.width, plane.height},

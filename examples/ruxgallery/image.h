@@ -54,6 +54,9 @@ FloatImage floats(const Picture& picture);                // three channels, int
 Picture rounded(const FloatImage& image);                 // the way back, saturated
 Picture part(const Picture& picture, ruxiRect place);
 
+// Red and blue exchanged in place in every other row of the upper half and every other column of the lower half.
+void stripe(Picture& picture);
+
 void resize(const Plane& plane, Plane& result, ruxInterpolation interpolation);
 void resize(const Planes420& planes, Planes420& result, ruxInterpolation interpolation);
 

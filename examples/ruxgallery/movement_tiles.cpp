@@ -9,7 +9,7 @@ Tile copy(const Picture& picture)
         require(ruxiCopy_8u_C3R(picture.pixels.data(), picture.step(), result.pixels.data(), result.step(),
                                 sizeOf(picture)));
     });
-    return {"the picture, copied", "ruxiCopy_8u_C3R", "", seconds, result};
+    return {"the picture, copied", "ruxiCopy_8u_C3R", "every byte as it was", seconds, result};
 }
 
 // An ellipse of 255 in each byte of its pixels.
@@ -32,7 +32,7 @@ Tile copyWithMask(const Picture& picture)
         require(ruxiCopy_8u_C1MR(picture.pixels.data(), picture.step(), result.pixels.data(), result.step(),
                                  bytesOf(picture), mask.pixels.data(), mask.step()));
     });
-    return {"colour copied through a mask", "ruxiCopy_8u_C1MR", "mask: an ellipse; below it, grey", seconds, result};
+    return {"colour copied through a mask", "ruxiCopy_8u_C1MR", "mask: an ellipse; around it, grey", seconds, result};
 }
 
 Tile fill(const Picture& picture)
@@ -63,6 +63,15 @@ Tile redAndBlue(const Picture& picture)
 Tile greenAlone(const Picture& picture)
 {
     return swapped(picture, "the green channel alone", "dstOrder = {1, 1, 1}", {1, 1, 1});
+}
+
+Tile stripes(const Picture& picture)
+{
+    Picture result;
+    const double seconds = timed([&] { result = picture; }, [&] { stripe(result); });
+    const ruxiRect middle = {result.width / 4, result.height * 3 / 8, result.width / 4, result.height / 4};
+    return {"red, blue swapped in stripes; x4", "ruxiSwapChannels_8u_C3IR", "every 2nd row above, column below",
+            seconds, magnified(part(result, middle), 4)};
 }
 
 Tile mirrored(const Picture& picture, const char* title, const char* arguments, ruxAxis axis)
@@ -109,5 +118,6 @@ Tile replicatedBorder(const Picture& picture)
 Family movementTiles()
 {
     return {"Movement",
-            {copy, copyWithMask, fill, replicatedBorder, redAndBlue, greenAlone, upsideDown, leftForRight, turned}};
+            {copy, copyWithMask, fill, replicatedBorder, redAndBlue, stripes, greenAlone, upsideDown, leftForRight,
+             turned}};
 }

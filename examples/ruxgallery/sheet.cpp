@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int columns = 4, gap = 20;
+constexpr int columns = 5, gap = 20;
 constexpr int captionLines = 4;
 constexpr int cellWidth = 34 * characterWidth;
 constexpr uint8_t ground = 24;
@@ -27,16 +27,21 @@ std::string timeText(double seconds)
     return text;
 }
 
+void drawCaption(Picture& sheet, int x, int y, const std::string& text, Colour colour)
+{
+    if (int(text.size()) * characterWidth > cellWidth) throw std::logic_error("a caption too long: " + text);
+    drawText(sheet, x, y, cellWidth, text, colour);
+}
+
 void drawTile(Picture& sheet, int x, int y, int pictureHeight, const Tile& tile)
 {
-    const int left = x + (cellWidth - tile.picture.width) / 2, top = y + (pictureHeight - tile.picture.height) / 2;
-    require(ruxiCopy_8u_C3R(tile.picture.pixels.data(), tile.picture.step(), sheet.at(left, top), sheet.step(),
+    require(ruxiCopy_8u_C3R(tile.picture.pixels.data(), tile.picture.step(), sheet.at(x, y), sheet.step(),
                             sizeOf(tile.picture)));
     y += pictureHeight + gap / 2;
-    drawText(sheet, x, y, cellWidth, tile.title, white);
-    drawText(sheet, x, y + lineHeight, cellWidth, tile.operation, yellow);
-    drawText(sheet, x, y + 2 * lineHeight, cellWidth, tile.arguments, silver);
-    drawText(sheet, x, y + 3 * lineHeight, cellWidth, timeText(tile.seconds), green);
+    drawCaption(sheet, x, y, tile.title, white);
+    drawCaption(sheet, x, y + lineHeight, tile.operation, yellow);
+    drawCaption(sheet, x, y + 2 * lineHeight, tile.arguments, silver);
+    drawCaption(sheet, x, y + 3 * lineHeight, timeText(tile.seconds), green);
 }
 
 int highest(const std::vector<Section>& sections)

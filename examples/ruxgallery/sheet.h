@@ -1,4 +1,4 @@
-// The contact sheet: a heading, and the tiles of each family in rows of four with their captions.
+// The contact sheet: a heading, and the tiles of each family in rows of five with their captions.
 #pragma once
 
 #include "tile.h"

@@ -1,8 +1,5 @@
 #include "code_tables.h"
 
-#include <algorithm>
-#include <array>
-#include <cstring>
 #include <map>
 #include <stdexcept>
 

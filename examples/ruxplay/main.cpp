@@ -20,11 +20,12 @@ constexpr size_t mostLines = 20;   // of damage; the rest is counted
 class Player : public Decoder::Listener {
 public:
     Player(const Options& options, size_t expected)
-        : options_(options), expected_(expected), progress_(expected, !options.quiet && isTerminal(stderr))
+        : options_(options), progress_(expected, !options.quiet && isTerminal(stderr))
     {
         if (options.scale) scaler_.emplace(*options.scale);
         if (!options.pngFolder.empty()) outputs_.push_back(pngFolder(options.pngFolder));
-        if (!options.sheet.empty()) outputs_.push_back(contactSheet(options.sheet, expected, options.scale.has_value()));
+        if (!options.sheet.empty())
+            outputs_.push_back(contactSheet(options.sheet, expected, options.scale.has_value()));
         if (!options.reference.empty()) comparison_ = comparison(options.reference, options.frames == 0);
     }
 
@@ -72,7 +73,6 @@ private:
     }
 
     const Options& options_;
-    const size_t expected_;
     Progress progress_;
     Sequence sequence_;
     std::optional<Scaler> scaler_;

@@ -23,7 +23,7 @@ int readComponent(BitReader& bits, const CodedPicture& picture, int fCode, int p
     return component;
 }
 
-// m / 2 for the distance of the opposite field; halves are rounded away from zero.
+// Half of a value; quarters of a sample are rounded away from zero.
 int half(int value)
 {
     return (value + (value > 0)) >> 1;
@@ -31,7 +31,8 @@ int half(int value)
 
 // The vectors of dual prime into the fields of opposite parity. The distance between the two fields that come first
 // is one field time, between the others three; a line of the bottom field lies half a line below.
-void deriveOpposite(const CodedPicture& picture, MotionVector same, MotionVector difference, Macroblock& macroblock)
+void deriveOpposite(const CodedPicture& picture, MotionVector same, MotionVector difference,
+                    Macroblock& macroblock)
 {
     const int timesOfTop = picture.header.topFieldFirst ? 1 : 3;
     const int timesOfBottom = 4 - timesOfTop;

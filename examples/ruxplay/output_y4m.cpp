@@ -1,6 +1,5 @@
 #include <cerrno>
 #include <cstring>
-#include <numeric>
 #include <stdexcept>
 
 #include "binary_files.h"

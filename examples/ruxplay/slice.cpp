@@ -1,5 +1,6 @@
 #include "slice.h"
 
+#include <algorithm>
 #include <string>
 
 #include "code_lists.h"
@@ -16,15 +17,20 @@ int readCode(BitReader& bits, const CodeTable& table, const char* what)
 void SliceDecoder::decode(int startCode)
 {
     macroblock_.y = readSliceHeader(startCode);
-    int x = -1;
+    int first = -1, x = -1;
     do {
         const int next = x + readAddressIncrement();
         if (next >= picture_.macroblocksAcross) throw Damage("a macroblock address behind the row's end");
-        if (x >= 0) skipMacroblocks(x + 1, next);   // what the first address leaves out belongs to other slices
+        if (x < 0)
+            first = next;   // what its address leaves out belongs to other slices
+        else
+            skipMacroblocks(x + 1, next);
         x = macroblock_.x = next;
         decodeMacroblock();
-        finish();
     } while (bits_.peek(23) != 0);
+
+    const auto row = picture_.decoded.begin() + ptrdiff_t(macroblock_.y) * picture_.macroblocksAcross;
+    std::fill(row + first, row + x + 1, true);
 }
 
 int SliceDecoder::readSliceHeader(int startCode)
@@ -82,10 +88,7 @@ void SliceDecoder::skipMacroblocks(int firstX, int endX)
         for (int direction = 0; direction < 2; ++direction)
             macroblock_.vector[0][direction] = vectors_.predicted(direction);
     }
-    for (macroblock_.x = firstX; macroblock_.x < endX; ++macroblock_.x) {
-        predict(picture_, macroblock_, nullptr);
-        finish();
-    }
+    for (macroblock_.x = firstX; macroblock_.x < endX; ++macroblock_.x) predict(picture_, macroblock_, nullptr);
 }
 
 void SliceDecoder::decodeMacroblock()
@@ -96,9 +99,4 @@ void SliceDecoder::decodeMacroblock()
     else
         predict(picture_, macroblock_, decodeResidual() ? &residual_ : nullptr);
     if (bits_.isBehind(end_)) throw Damage("the slice is cut short");
-}
-
-void SliceDecoder::finish()
-{
-    picture_.decoded[size_t(macroblock_.y) * size_t(picture_.macroblocksAcross) + size_t(macroblock_.x)] = true;
 }

@@ -11,7 +11,8 @@ public:
     // bits stand behind the slice's start code, end where the next start code begins.
     SliceDecoder(CodedPicture& picture, BitReader bits, BitReader end) : picture_(picture), bits_(bits), end_(end) {}
 
-    // startCode gives the row of macroblocks. Throws Damage; what has been decoded before is marked in the picture.
+    // startCode gives the row of macroblocks. Throws Damage; what is decoded is marked in the picture, but nothing of a
+    // slice with damage, for what stands before the place where it shows can be wrong as well.
     void decode(int startCode);
 
 private:
@@ -21,7 +22,6 @@ private:
     void readQuantiserScale();
     void skipMacroblocks(int firstX, int endX);
     void decodeMacroblock();
-    void finish();
 
     // macroblock_header.cpp
     void readMacroblockHeader();

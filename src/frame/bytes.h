@@ -4,6 +4,10 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#if defined(__i386__) && defined(__MMX__)
+#include <mmintrin.h>
+#endif
+
 #include "frame/level.h"
 
 namespace rux::RUX_LEVEL {
@@ -22,6 +26,27 @@ inline void store(void* to, T value)
 {
     __builtin_memcpy(to, &value, sizeof value);
 }
+
+#if defined(__i386__) && defined(__MMX__)
+struct [[gnu::packed]] EightAnywhere {
+    uint64_t bytes;
+};
+
+// One movq: by memcpy the compilers move an MMX vector through two general registers. In its place before the emms.
+template <>
+inline __m64 load<__m64>(const void* from)
+{
+    __m64 value;
+    asm volatile("movq %1, %0" : "=y"(value) : "m"(*static_cast<const EightAnywhere*>(from)));
+    return value;
+}
+
+template <>
+inline void store<__m64>(void* to, __m64 value)
+{
+    asm volatile("movq %1, %0" : "=m"(*static_cast<EightAnywhere*>(to)) : "y"(value));
+}
+#endif
 
 inline const uint8_t* bytesOf(const void* pointer)
 {

@@ -147,6 +147,45 @@ TEST_P(Compared, findsChecksInAnotherOrder)
     EXPECT_NE(message.find("is the status, and not the model's"), std::string::npos) << message;
 }
 
+// Three planes: a null array, a null plane, a bad stride of one of them; and an operation that writes a plane it reads.
+ruxStatus joinModel(Level, const uint8_t* src[3], int32_t steps[3], uint8_t* dst, int32_t dstStep, ruxiSize size)
+{
+    if (!src || !steps || !dst) return ruxStatusNullPointer;
+    if (size.width < 1 || size.height < 1) return ruxStatusSizeError;
+    if (!src[0] || !src[1] || !src[2]) return ruxStatusNullPointer;
+    if (steps[0] < 1 || steps[1] < 1 || steps[2] < 1 || dstStep < 1) return ruxStatusStepError;
+    for (int y = 0; y < size.height; y++) {
+        for (int x = 0; x < 3 * size.width; x++) dst[y * dstStep + x] = src[x % 3][y * steps[x % 3] + x / 3];
+    }
+    return ruxStatusOk;
+}
+
+ruxStatus RUXCALL join(const uint8_t* src[3], int32_t steps[3], uint8_t* dst, int32_t dstStep, ruxiSize size)
+{
+    return joinModel(px, src, steps, dst, dstStep, size);
+}
+
+ruxStatus RUXCALL writesThirdPlane(const uint8_t* src[3], int32_t steps[3], uint8_t* dst, int32_t dstStep,
+                                   ruxiSize size)
+{
+    const ruxStatus status = join(src, steps, dst, dstStep, size);
+    const_cast<uint8_t*>(src[2])[1] ^= 1;
+    return status;
+}
+
+TEST_P(Compared, takesThreePlanes)
+{
+    const Planes<uint8_t> planes(Image<uint8_t>(Shape{20, 3}, 1), Image<uint8_t>(Shape{20, 3, 1, 23}, 2),
+                                 Image<uint8_t>(Shape{20, 3, 1, 21}, 3));
+    const Image<uint8_t> joined(Shape{20, 3, 3}, 4);
+    const auto right = operationOf("join", &join, &joinModel);
+    agree(right, planes, planes.steps(), joined, joined.step(), joined.roi());
+    EXPECT_EQ(joined.get(3 * 7 + 1, 2), planes[1].get(7, 2));
+    refuse(right, planes, planes.steps(), joined, joined.step(), joined.roi());
+    const auto wrong = operationOf("join", &writesThirdPlane, &joinModel);
+    EXPECT_NONFATAL_FAILURE(agree(wrong, planes, planes.steps(), joined, joined.step(), joined.roi()), "plane 2");
+}
+
 ruxStatus RUXCALL accepts(int32_t)
 {
     return 0;

@@ -160,6 +160,16 @@ public:
     Operand(const Image<T>& image, Clones& clones) : Operand<Element<T>>({&image, 0, 0}, clones) {}
 };
 
+// The array of plane pointers, however constant the operation declares it.
+template <class T>
+struct PlaneArray {
+    T** first;
+    operator T**() const { return first; }
+    operator T* const*() const { return first; }
+    operator const T**() const { return const_cast<const T**>(first); }
+    operator const T* const*() const { return first; }
+};
+
 // An array of three plane pointers; wrong is a null array, or a null plane in it.
 template <class T>
 class Operand<Planes<T>> {
@@ -181,8 +191,8 @@ public:
         }
         kept = pointers[0];
     }
-    T** forOperation() { return chosen == 1 ? nullptr : pointers[0].data(); }
-    T** forModel() { return chosen == 1 ? nullptr : pointers[1].data(); }
+    PlaneArray<T> forOperation() { return {chosen == 1 ? nullptr : pointers[0].data()}; }
+    PlaneArray<T> forModel() { return {chosen == 1 ? nullptr : pointers[1].data()}; }
     testing::AssertionResult matches() const
     {
         if (pointers[0] != kept) return testing::AssertionFailure() << "the array of plane pointers was written";
