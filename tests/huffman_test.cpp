@@ -337,6 +337,36 @@ TEST_P(Huffman, hostileWidths)
     }
 }
 
+// Lists without sense: any widths, codes longer than they, codes behind leaves.
+TEST_P(Huffman, hostileLists)
+{
+    int built = 0, stopped = 0;
+    for (int i = 0; i < 1500 && !HasFailure(); i++) {
+        Random random(static_cast<uint64_t>(i) + 9000);
+        const ListForm form = i % 16 == 0 ? ListForm::runLevel : ListForm::plain;
+        std::vector<int32_t> widths;
+        for (int levels = random.between(1, 5); levels > 0; levels--) {
+            widths.push_back(random.oneIn(3) ? random.between(-1, 20) : random.between(0, 6));
+        }
+        std::vector<SourceCode> codes;
+        for (int count = random.between(0, 40); count > 0; count--) {
+            codes.push_back({random.between(1, 40), static_cast<int32_t>(random.next()), 0});
+            if (random.oneIn(2)) codes.back().length = random.between(1, 12);
+        }
+        giveValues(random, codes);
+        const auto words = sourceList(form, widths, codes);
+        const auto expected = model::buildLookup(form, words.data());
+        const Table table(form, words);
+        EXPECT_EQ(table.status, expected.status) << "list " << i;
+        if (table.status == expected.status && table.status == 0) {
+            EXPECT_EQ(std::memcmp(table.structure, expected.words.data(), expected.words.size() * 4), 0) << "list " << i;
+        }
+        (expected.status == 0 ? built : stopped)++;
+    }
+    EXPECT_GT(built, 100);
+    EXPECT_GT(stopped, 100);
+}
+
 TEST_P(Huffman, codeBehindALeafStaysInItsSubTable)
 {
     const Table outside(ListForm::plain, sourceList(ListForm::plain, {1, 3}, {{1, 1, 1}, {4, 15, 2}}));

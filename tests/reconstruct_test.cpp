@@ -28,12 +28,35 @@ public:
     uint32_t* structure = nullptr;
 };
 
-// All that one call takes; `run` gives what it left.
+// Where the buffers of a call stand.
+struct Places {
+    Place stream, matrix, block;
+};
+
+template <class T>
+static Image<T> imageOf(const std::vector<T>& elements, Place place)
+{
+    Image<T> image(vectorOf(static_cast<int>(elements.size())).at(place));
+    for (size_t i = 0; i < elements.size(); i++) image.set(static_cast<int>(i), 0, elements[i]);
+    return image;
+}
+
+// A scan that is neither of the standard's and leaves 0 and 63 in their places.
+static std::vector<int32_t> usualScan()
+{
+    std::vector<int32_t> scan(64);
+    for (int i = 0; i < 63; i++) scan[static_cast<size_t>(i)] = i * 5 % 63;
+    scan[63] = 63;
+    return scan;
+}
+
+// All that one call takes; `run` calls and leaves the new position.
 struct Setting {
-    Setting(const std::vector<uint32_t>& words, Place place = {}) : stream(vectorOf(static_cast<int>(words.size())).at(place))
+    explicit Setting(const std::vector<uint32_t>& words, const std::vector<int32_t>& scan = usualScan(),
+                     const std::vector<int16_t>& matrix = std::vector<int16_t>(64, 16), const Places& places = {})
+        : stream(imageOf(words, places.stream)), scan(imageOf(scan, {})), matrix(imageOf(matrix, places.matrix)),
+          block(vectorOf(64).at(places.block))
     {
-        for (size_t i = 0; i < words.size(); i++) stream.set(static_cast<int>(i), 0, words[i]);
-        for (int i = 0; i < 64; i++) scan.set(i, 0, 63 - i == 0 ? 63 : (i * 5) % 63);
     }
 
     // `second` is the table of the coefficients behind the first.
@@ -59,9 +82,8 @@ struct Setting {
     }
 
     Image<uint32_t> stream;
-    Image<int32_t> scan = Image<int32_t>(vectorOf(64));
-    Image<int16_t> matrix = Image<int16_t>(vectorOf(64), 1, constant<int16_t>(16));
-    Image<int16_t> block = Image<int16_t>(vectorOf(64));
+    Image<int32_t> scan;
+    Image<int16_t> matrix, block;
     int64_t position = 0;
     int16_t quantScale = 2;
     bool flat = false;
@@ -147,35 +169,315 @@ static Place evenPlace(Random& random)
     return {random.oneIn(2) ? Edge::start : Edge::end, 2 * random.between(0, 31)};
 }
 
-static void fillScan(Random& random, Image<int32_t>& scan)
+static std::vector<int32_t> randomScan(Random& random)
 {
-    for (int i = 0; i < 64; i++) scan.set(i, 0, i);
-    for (int i = 63; i > 0; i--) {
-        const int other = random.between(0, i);
-        const int32_t kept = scan.get(i);
-        scan.set(i, 0, scan.get(other));
-        scan.set(other, 0, kept);
-    }
+    std::vector<int32_t> scan(64);
+    for (int i = 0; i < 64; i++) scan[static_cast<size_t>(i)] = i;
+    for (uint32_t i = 63; i > 0; i--) std::swap(scan[i], scan[random.below(i + 1)]);
+    return scan;
 }
 
-// One block by both; the digest takes what the call left. True for a block with its end.
+// One block by both, over a stream that ends at a faulting page: behind the last word that the lookups touch, at w7
+// two words later. True for a block with its end.
 static bool compareBlock(Random& random, Level level, bool intra, const Table& first, const Table& second,
                          Digest& digest)
 {
     const int start = random.between(0, 40);
     auto words = randomStream(random, intra, first.list, second.list, start);
+    const auto scan = randomScan(random);
+    std::vector<int16_t> matrix(64);
+    if (random.oneIn(4)) mixture(random, matrix.data(), 64);
+    else uniform<int16_t>(1, 255)(random, matrix.data(), 64);
+    const bool flat = !intra && random.oneIn(3);
+    const auto quantScale =
+        static_cast<int16_t>(random.oneIn(6) ? static_cast<int>(random.below(65536)) : random.between(1, 112));
+    const auto predictor = static_cast<int16_t>(random.next());
+    const int32_t dcShift = random.between(0, 3);
 
-    Setting s({});
-    s.block = Image<int16_t>(vectorOf(64).at(evenPlace(random)), random.next());
-    const Fill<int16_t> weights = random.oneIn(4) ? Fill<int16_t>(mixture<int16_t>) : uniform<int16_t>(1, 255);
-    s.matrix = Image<int16_t>(vectorOf(64).at(evenPlace(random)), random.next(), weights);
-    s.flat = !intra && random.oneIn(3);
-    s.quantScale = static_cast<int16_t>(random.oneIn(6) ? static_cast<int>(random.next()) : random.between(1, 112));
-    s.predictor = static_cast<int16_t>(random.next());
-    s.dcShift = random.between(0, 3);
-    s.position = start;
-    fillScan(random, s.scan);
-    return false;
+    const model::BitSequence bits(words.data());
+    const DecodedBlock expected =
+        intra ? model::decodeIntraBlock(level, bits, start, first.list, second.list, scan.data(), quantScale,
+                                        matrix.data(), predictor, dcShift)
+              : model::decodeNonIntraBlock(level, bits, start, first.list, second.list, scan.data(), quantScale,
+                                           flat ? nullptr : matrix.data());
+    words.resize(static_cast<size_t>((expected.looked + 31) / 32 + (level == w7 ? 2 : 0)));
+
+    Places places;
+    places.matrix = evenPlace(random);
+    places.block = evenPlace(random);
+    Setting s(words, scan, matrix, places);
+    s.position = start, s.quantScale = quantScale, s.flat = flat, s.predictor = predictor, s.dcShift = dcShift;
+    const auto stream = s.stream.clone();
+    const auto weights = s.matrix.clone();
+    const auto order = s.scan.clone();
+    auto block = s.block.clone();
+    for (int i = 0; i < 64; i++) block.set(i, 0, expected.coefficients[i]);
+
+    EXPECT_EQ(s.run(intra, first, second), expected.status);
+    EXPECT_EQ(s.position, expected.writesPosition ? expected.position : start);
+    EXPECT_EQ(s.count, expected.writesCount ? expected.count : untouched);
+    EXPECT_EQ(s.predictor, intra ? expected.predictor : predictor);
+    EXPECT_TRUE(s.block.equals(block));
+    EXPECT_TRUE(s.stream.equals(stream) && s.matrix.equals(weights) && s.scan.equals(order)) << "an input was written";
+    digest.add(expected.status);
+    digest.add(static_cast<int32_t>(s.position));
+    digest.add(s.count);
+    digest.add(s.predictor);
+    digest.addRegion(s.block);
+    return expected.writesCount;
+}
+
+static void compareBlocks(Level level, bool intra, Digest& digest)
+{
+    int whole = 0, broken = 0;
+    for (int i = 0; i < 60 && !testing::Test::HasFailure(); i++) {
+        Random random(static_cast<uint64_t>(i) * 2 + intra);
+        const int anyRoot = random.between(1, 12);
+        const int root = level == w7 || i % 3 ? 9 : anyRoot;
+        const auto firstWords = intra ? sizeList(random) : runLevelList(random, root);
+        const auto secondWords = runLevelList(random, root);
+        const Table first(intra ? ListForm::plain : ListForm::runLevel, firstWords);
+        const Table second(ListForm::runLevel, secondWords);
+        for (int repeat = 0; repeat < 40 && !testing::Test::HasFailure(); repeat++) {
+            const Note note([=] { return "tables " + std::to_string(i) + ", block " + std::to_string(repeat); });
+            SCOPED_TRACE(Note::all());
+            (compareBlock(random, level, intra, first, second, digest) ? whole : broken)++;
+        }
+    }
+    EXPECT_GT(whole, 300);
+    EXPECT_GT(broken, 300);
+}
+
+TEST_P(Reconstruct, ruxiReconstructDCTBlockIntra_MPEG2_32s)
+{
+    Digest digest;
+    compareBlocks(level(), true, digest);
+    expectGolden("reconstruct", "ruxiReconstructDCTBlockIntra_MPEG2_32s", level(), digest);
+}
+
+TEST_P(Reconstruct, ruxiReconstructDCTBlock_MPEG2_32s)
+{
+    Digest digest;
+    compareBlocks(level(), false, digest);
+    expectGolden("reconstruct", "ruxiReconstructDCTBlock_MPEG2_32s", level(), digest);
+}
+
+// A small table: 10 ends the block, 11 is an escape, 00 is run 0 and level 1, 010 run 3 and level 2, 011 no code.
+static std::vector<int32_t> smallList()
+{
+    return sourceList(ListForm::runLevel, {9}, {{2, 2, 254}, {2, 3, 255}, {2, 0, 0, 1}, {3, 2, 3, 2}});
+}
+
+// Sizes 0 and 3.
+static std::vector<int32_t> smallSizes()
+{
+    return sourceList(ListForm::plain, {1}, {{1, 0, 0}, {1, 1, 3}});
+}
+
+struct SmallTables {
+    Table sizes{ListForm::plain, smallSizes()};
+    Table codes{ListForm::runLevel, smallList()};
+};
+
+// The bits as text, with room behind them.
+static std::vector<uint32_t> bitsOf(const std::string& text)
+{
+    BitWriter writer;
+    for (char bit : text) {
+        if (bit != ' ') writer.put(bit == '1', 1);
+    }
+    writer.words.resize(writer.words.size() + 3);
+    return writer.words;
+}
+
+TEST_P(Reconstruct, intraBlockOfSizeZero)
+{
+    const SmallTables tables;
+    Setting s(bitsOf("0 10"));
+    s.predictor = 100, s.dcShift = 3;
+    EXPECT_EQ(s.run(true, tables.sizes, tables.codes), 0);
+    EXPECT_EQ(s.block.get(0), 800);
+    EXPECT_EQ(s.block.get(63), 1) << "an even sum";
+    EXPECT_EQ(s.count, 0);
+    EXPECT_EQ(s.predictor, 100);
+    EXPECT_EQ(s.position, 3);
+}
+
+TEST_P(Reconstruct, differentialsOfBothSigns)
+{
+    const SmallTables tables;
+    Setting up(bitsOf("1 101 10")), down(bitsOf("1 010 10"));
+    EXPECT_EQ(up.run(true, tables.sizes, tables.codes), 0);
+    EXPECT_EQ(up.predictor, 105);
+    EXPECT_EQ(up.block.get(0), 105);
+    EXPECT_EQ(up.block.get(63), 0) << "an odd sum";
+    EXPECT_EQ(down.run(true, tables.sizes, tables.codes), 0);
+    EXPECT_EQ(down.predictor, 95);
+}
+
+TEST_P(Reconstruct, shortFirstCode)
+{
+    const SmallTables tables;
+    for (const bool negative : {false, true}) {
+        Setting s(bitsOf(negative ? "11 10" : "10 10"));
+        EXPECT_EQ(s.run(false, tables.codes, tables.codes), 0);
+        EXPECT_EQ(s.block.get(0), negative ? -3 : 3);   // 16 * 2 * 3 / 32
+        EXPECT_EQ(s.count, 1);
+        EXPECT_EQ(s.position, 4);
+    }
+}
+
+TEST_P(Reconstruct, oneCoefficientAtScanPosition3)
+{
+    const SmallTables tables;
+    Setting s(bitsOf("010 10"));
+    EXPECT_EQ(s.run(false, tables.codes, tables.codes), 0);
+    EXPECT_EQ(s.count, 3);
+    EXPECT_EQ(s.block.get(usualScan()[3]), 5);   // 16 * 2 * 5 / 32
+}
+
+// Escapes of run 62 or 63 and level 1 behind a first coefficient at 0.
+TEST_P(Reconstruct, scanPositions63And64)
+{
+    const SmallTables tables;
+    for (const bool intra : {false, true}) {
+        const std::string first = intra ? "0 " : "10 ";
+        const Table& table = intra ? tables.sizes : tables.codes;
+        Setting last(bitsOf(first + "11 111110 000000000001 10"));
+        EXPECT_EQ(last.run(intra, table, tables.codes), 0);
+        EXPECT_EQ(last.count, 63);
+        EXPECT_NE(last.block.get(63), 0);
+        EXPECT_EQ(last.position, intra ? 23 : 24);
+
+        Setting beyond(bitsOf(first + "11 111111 000000000001 10"));
+        EXPECT_EQ(beyond.run(intra, table, tables.codes), level() == w7 ? 0 : -74);
+        EXPECT_EQ(beyond.count, untouched);
+        EXPECT_EQ(beyond.position, level() == w7 ? 0 : intra ? 21 : 22);
+        EXPECT_EQ(beyond.block.get(63), 0) << "no mismatch control";
+        EXPECT_EQ(beyond.block.get(0), intra ? 100 : 3);
+    }
+}
+
+TEST_P(Reconstruct, mismatchAloneAt63)
+{
+    const SmallTables tables;
+    Setting s(bitsOf("0 00 10"));
+    s.predictor = 6, s.quantScale = 16;   // 16 * 2 * 16 / 32 = 16: an even sum
+    EXPECT_EQ(s.run(true, tables.sizes, tables.codes), 0);
+    EXPECT_EQ(s.block.get(63), 1);
+    EXPECT_EQ(s.count, 1);
+}
+
+// The code that no record has reads as one free bit: nine bits are looked at and eight are taken.
+TEST_P(Reconstruct, illegalCode)
+{
+    const SmallTables tables;
+    Setting s(bitsOf("0 011"));
+    EXPECT_EQ(s.run(true, tables.sizes, tables.codes), level() == w7 ? 0 : -74);
+    EXPECT_EQ(s.position, level() == w7 ? 0 : 9);
+    EXPECT_EQ(s.count, untouched);
+    EXPECT_EQ(s.block.get(0), 100);
+}
+
+// Neither the end of block nor an escape's run of 63 and one more leave the scan at the first coefficient.
+TEST_P(Reconstruct, firstCoefficientOutsideTheScan)
+{
+    const Table first(ListForm::runLevel, sourceList(ListForm::runLevel, {9}, {{2, 0, 254}, {2, 1, 64, 1}}));
+    const SmallTables tables;
+    for (const char* bits : {"00 10", "01 10"}) {
+        Setting s(bitsOf(bits));
+        EXPECT_EQ(s.run(false, first, tables.codes), level() == w7 ? 0 : -74);
+        EXPECT_EQ(s.position, level() == w7 ? 0 : 2);
+        EXPECT_EQ(s.count, untouched);
+        for (int i = 0; i < 64; i++) EXPECT_EQ(s.block.get(i), 0);
+    }
+}
+
+TEST_P(Reconstruct, intraLevelsOfATableHave8BitsBelowW7)
+{
+    const Table codes(ListForm::runLevel, sourceList(ListForm::runLevel, {9}, {{1, 0, 254}, {1, 1, 0, 300}}));
+    const SmallTables tables;
+    Setting s(bitsOf("0 1 0"));
+    s.quantScale = 1;
+    EXPECT_EQ(s.run(true, tables.sizes, codes), 0);
+    EXPECT_EQ(s.block.get(usualScan()[1]), level() == w7 ? 300 : 300 - 256);
+}
+
+// 2 * 112 * 2047 and 112 * (2 * 2047 + 1) do not fit 16 bits; a weight of 16 halves them.
+TEST_P(Reconstruct, productsWrapAtW7)
+{
+    const SmallTables tables;
+    for (const bool intra : {true, false}) {
+        Setting s(bitsOf(intra ? "0 11 000000 011111111111 10" : "10 11 000000 011111111111 10"));
+        s.quantScale = 112;
+        EXPECT_EQ(s.run(intra, intra ? tables.sizes : tables.codes, tables.codes), 0);
+        const int32_t product = 112 * (2 * 2047 + !intra);
+        EXPECT_EQ(s.block.get(usualScan()[1]),
+                  level() == w7 ? static_cast<int16_t>(product) / 2 : static_cast<int16_t>(product / 2));
+    }
+}
+
+TEST_P(Reconstruct, nullMatrixIsFlatUnlessTheProductWraps)
+{
+    const SmallTables tables;
+    for (int quantScale = 1; quantScale <= 112; quantScale++) {
+        Setting flat(bitsOf("010 00 00 10")), table(bitsOf("010 00 00 10"));
+        flat.flat = true;
+        flat.quantScale = table.quantScale = static_cast<int16_t>(quantScale);
+        EXPECT_EQ(flat.run(false, tables.codes, tables.codes), 0);
+        EXPECT_EQ(table.run(false, tables.codes, tables.codes), 0);
+        for (int i = 0; i < 64; i++) EXPECT_EQ(flat.block.get(i), table.block.get(i));
+    }
+}
+
+// At w7 the run/level structures' own first width is not read.
+TEST_P(Reconstruct, rootWidthIsBuiltInAtW7)
+{
+    if (level() != w7) return;
+    const SmallTables tables;
+    std::vector<uint32_t> copy(tables.codes.structure, tables.codes.structure + 513);
+    copy[0] = 5;
+    Setting s(bitsOf("0 00 10")), nonIntra(bitsOf("010 00 10"));
+    EXPECT_EQ(s.run(true, tables.sizes.structure, copy.data()), 0);
+    EXPECT_EQ(s.position, 5);
+    EXPECT_EQ(s.count, 1);
+    EXPECT_EQ(nonIntra.run(false, copy.data(), copy.data()), 0);
+    EXPECT_EQ(nonIntra.position, 7);
+}
+
+TEST_P(Reconstruct, nullPointers)
+{
+    const SmallTables tables;
+    const auto words = bitsOf("0 10");
+    const auto scan = usualScan();
+    const std::vector<int16_t> matrix(64, 16);
+    for (const bool intra : {true, false}) {
+        const int pointers = intra ? 9 : 8;
+        for (int wrong = 1; wrong < 1 << pointers; wrong++) {
+            if (!intra && wrong == 1 << 5) continue;   // the flat matrix
+            uint32_t* word = const_cast<uint32_t*>(words.data());
+            int32_t offset = 31, count = untouched;
+            int16_t predictor = 5;
+            int16_t block[64];
+            std::fill_n(block, 64, int16_t(0x5A5A));
+            const auto unless = [&](int bit, auto* pointer) { return wrong >> bit & 1 ? nullptr : pointer; };
+            const uint32_t* const first = intra ? tables.sizes.structure : tables.codes.structure;
+            const uint32_t* const second = tables.codes.structure;
+            const ruxStatus status =
+                intra ? call(ruxiReconstructDCTBlockIntra_MPEG2_32s, unless(0, &word), unless(1, &offset),
+                             unless(2, first), unless(3, second), unless(4, scan.data()), 2, unless(5, matrix.data()),
+                             unless(6, &predictor), 0, unless(7, block), unless(8, &count))
+                      : call(ruxiReconstructDCTBlock_MPEG2_32s, unless(0, &word), unless(1, &offset),
+                             unless(2, first), unless(3, second), unless(4, scan.data()), 2, unless(5, matrix.data()),
+                             unless(6, block), unless(7, &count));
+            ASSERT_EQ(status, -8) << wrong;
+            EXPECT_EQ(word, words.data());
+            EXPECT_EQ(offset, 31);
+            EXPECT_EQ(count, untouched);
+            EXPECT_EQ(predictor, 5);
+            for (int16_t element : block) EXPECT_EQ(element, 0x5A5A);
+        }
+    }
 }
 
 }

@@ -160,23 +160,42 @@ TEST_P(Resize, largeReductions)
 // Positions are sums of steps: far from the start their rounding shows.
 TEST_P(Resize, longRows)
 {
-    const Image<uint8_t> src(Shape{20011, 5}, 17, anyBits<uint8_t>);
-    const Image<uint8_t> dst(Shape{40000, 3}, 18);
-    for (const double factor : {1.37, 0.77}) {
+    const Image<uint8_t> src(Shape{150011, 3}, 17, anyBits<uint8_t>);
+    const Image<uint8_t> dst(Shape{210000, 2}, 18);
+    for (const double factor : {1.37, 0.77, 1.2345}) {
         for (const ruxInterpolation mode : {1, 2, 4, 8}) {
-            agree(RUX_OPERATION(ruxiResize_8u_C1R), src, src.roi(), src.step(), ruxiRect{0, 0, 20011, 5}, dst,
-                  dst.step(), dst.roi(), factor, 0.61, mode);
+            agree(RUX_OPERATION(ruxiResize_8u_C1R), src, src.roi(), src.step(), ruxiRect{0, 0, 150011, 3}, dst,
+                  dst.step(), dst.roi(), factor, 0.81, mode);
         }
     }
 }
 
-// Enough pixels that the last bit of each step of the cubic decides some of them.
-TEST_P(Resize, cubicOfALargeImage)
+// The step is a length times a reciprocal; a quotient would give another pixel, with the first factor at px, with the
+// second at the other levels.
+TEST_P(Resize, stepByReciprocal)
 {
-    const Image<uint8_t> src(Shape{801, 403}, 19, anyBits<uint8_t>);
-    const Image<uint8_t> dst(Shape{1002, 603}, 20);
-    agree(RUX_OPERATION(ruxiResize_8u_C1R), src, src.roi(), src.step(), ruxiRect{0, 0, 801, 403}, dst, dst.step(),
-          dst.roi(), 1.251, 1.497, ruxInterpolation(4));
+    constexpr int width = 1000001;
+    const Image<uint8_t> src(Shape{width, 2}, 1, [](Random&, uint8_t* row, int count) {
+        for (int x = 0; x < count; x++) row[x] = x % 2 ? 255 : 0;
+    });
+    const Image<uint8_t> dst(Shape{2, 2}, 2);
+    for (const double factor : {2.5137334872495573e-06, 2.1155773896408035e-06}) {
+        agree(RUX_OPERATION(ruxiResize_8u_C1R), src, src.roi(), src.step(), ruxiRect{0, 0, width, 2}, dst, dst.step(),
+              dst.roi(), factor, 1.0, ruxInterpolation(2));
+    }
+}
+
+// Enough pixels that the last bit of each step of the cubic decides some of them, in blocks of four and behind them.
+TEST_P(Resize, cubicOfManyPixels)
+{
+    const auto agrees = [&](ruxiSize from, double yFactor, ruxiSize region) {
+        const Image<uint8_t> src(Shape{from.width, from.height}, 19, anyBits<uint8_t>);
+        const Image<uint8_t> dst(Shape{region.width, region.height}, 20);
+        agree(RUX_OPERATION(ruxiResize_8u_C1R), src, src.roi(), src.step(), ruxiRect{0, 0, from.width, from.height},
+              dst, dst.step(), region, 1.251, yFactor, ruxInterpolation(4));
+    };
+    agrees({801, 403}, 1.497, {1002, 603});
+    agrees({4, 4}, 40000.7, {3, 160002});
 }
 
 // What 32 bits do not hold becomes 0x80000000, and so one pixel.

@@ -59,7 +59,7 @@ Tile relief(const Picture& picture)
         require(ruxiAdd_32f_C1IR(image.data() + shift * 3, image.step(), result.data(), result.step(), size));
         require(ruxiSub_32f_C1IR(image.data(), image.step(), result.data(), result.step(), size));
     });
-    return {"a relief in float arithmetic", "ruxiSet, Add, Sub_32f_C1(I)R", "128 + src[x + 6] - src[x]", seconds,
+    return {"a relief in float arithmetic", "ruxiSet, ruxiAdd, ruxiSub (32f)", "128 + src[x + 6] - src[x]", seconds,
             rounded(result)};
 }
 

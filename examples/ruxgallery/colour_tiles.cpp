@@ -78,7 +78,8 @@ Tile planes(const Picture& picture)
     put(small, 0, chroma.height / 2);
     put(split.planes[1], chroma.width, 0);
     put(split.planes[2], chroma.width, chroma.height);
-    return {"Y left, Cb above, Cr below", "ruxiRGBToYCbCr420_8u_C3P3R", "chroma at half width and height", seconds, grey(sheet)};
+    return {"Y left, Cb above, Cr below", "ruxiRGBToYCbCr420_8u_C3P3R", "chroma at half width and height", seconds,
+            grey(sheet)};
 }
 
 // The stripes show what shared chroma costs: 4:2:2 keeps those of rows and mixes those of columns, 4:2:0 mixes both.

@@ -15,7 +15,7 @@ struct Tile {
     std::string title;        // what one sees
     std::string operation;    // the exported name
     std::string arguments;    // those that matter here
-    double seconds;           // one call; 0: not timed
+    double seconds;           // the fastest of a few calls
     Picture picture;          // no larger than the picture that came in
 };
 

@@ -1,6 +1,6 @@
 #include "model/huffman.h"
 
-#include <cstddef>
+#include <algorithm>
 
 namespace rux::model {
 namespace {
@@ -30,11 +30,15 @@ bool isLink(ListForm form, uint32_t entry)
     return form == ListForm::runLevel || (entry >> 8 & 255) != 0;
 }
 
-int32_t sumOf(const std::vector<int>& widths)
+// The longest code that ends in some level.
+int64_t longestCode(const std::vector<int>& widths)
 {
-    int64_t sum = 0;
-    for (int width : widths) sum += width;
-    return static_cast<int32_t>(sum);
+    int64_t sum = 0, longest = 0;
+    for (int width : widths) {
+        sum += width;
+        longest = std::max(longest, sum);
+    }
+    return longest;
 }
 
 class Builder {
@@ -48,7 +52,7 @@ public:
     {
         if (!open(0)) return false;
         for (const Code& code : list.codes) {
-            if (code.length <= sumOf(widths) && !place(code)) return false;
+            if (code.length <= longestCode(widths) && !place(code)) return false;
         }
         result = words;
         return true;
@@ -151,7 +155,7 @@ uint32_t BitSequence::bits(int64_t position, int count) const
 Decoded decodeFromList(const CodeList& list, const BitSequence& stream, int64_t position)
 {
     int sum = 0;
-    const int total = sumOf(list.widths);
+    const int64_t total = longestCode(list.widths);
     for (int width : list.widths) {
         sum += width;
         bool goesOn = false;
