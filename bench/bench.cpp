@@ -109,6 +109,7 @@ void run(const Options& options)
     if (csv) writeCsvHeading(csv);
 
     Cases cases;
+    addFrame(cases);
     addMovement(cases);
     addChannels(cases);
     addArith(cases);

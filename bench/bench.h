@@ -34,6 +34,7 @@ struct Case {
 using Cases = std::vector<Case>;
 
 // One for each file of cases.
+void addFrame(Cases& cases);
 void addMovement(Cases& cases);
 void addChannels(Cases& cases);
 void addArith(Cases& cases);

@@ -79,11 +79,15 @@ void addChannels(Cases& cases)
     cases.push_back({"ruxiSwapChannels_8u_C3R 2,1,0", swap(2, 1, 0), RUX_PEER(uint8_t, uint8_t, uint8_t, 3, reorder)});
     cases.push_back({"ruxiSwapChannels_8u_C3R 1,2,0", swap(1, 2, 0), "", nullptr});
     cases.push_back({"ruxiSwapChannels_8u_C3IR 2,1,0", swapInPlace, RUX_PEER(uint8_t, uint8_t, uint8_t, 3, reorder)});
-    cases.push_back({"ruxiMirror_8u_C3IR horizontal", mirror<uint8_t>(ruxiMirror_8u_C3IR, 3, ruxAxsHorizontal), RUX_FLIP(uint8_t, 3, 0)});
-    cases.push_back({"ruxiMirror_8u_C3IR vertical", mirror<uint8_t>(ruxiMirror_8u_C3IR, 3, ruxAxsVertical), RUX_FLIP(uint8_t, 3, 1)});
-    cases.push_back({"ruxiMirror_8u_C3IR both", mirror<uint8_t>(ruxiMirror_8u_C3IR, 3, ruxAxsBoth), RUX_FLIP(uint8_t, 3, -1)});
-    cases.push_back({"ruxiMirror_8u_AC4IR vertical", mirror<uint8_t>(ruxiMirror_8u_AC4IR, 4, ruxAxsVertical), RUX_FLIP(uint8_t, 4, 1)});
-    cases.push_back({"ruxiMirror_16u_C1IR vertical", mirror<uint16_t>(ruxiMirror_16u_C1IR, 1, ruxAxsVertical), RUX_FLIP(uint16_t, 1, 1)});
+#define RUX_MIRROR(name, Element, channels, axis, code) \
+    cases.push_back({#name " " #axis, mirror<Element>(name, channels, axis), RUX_FLIP(Element, channels, code)});
+#define RUX_MIRRORS(name, Element, channels)                      \
+    RUX_MIRROR(name, Element, channels, ruxAxsHorizontal, 0)      \
+    RUX_MIRROR(name, Element, channels, ruxAxsVertical, 1)        \
+    RUX_MIRROR(name, Element, channels, ruxAxsBoth, -1)
+    RUX_MIRRORS(ruxiMirror_8u_C3IR, uint8_t, 3)
+    RUX_MIRRORS(ruxiMirror_8u_AC4IR, uint8_t, 4)
+    RUX_MIRRORS(ruxiMirror_16u_C1IR, uint16_t, 1)
     cases.push_back({"ruxiCopyReplicateBorder_8u_C1R", border<uint8_t>(ruxiCopyReplicateBorder_8u_C1R), RUX_PEER(uint8_t, uint8_t, uint8_t, 1, pad)});
     cases.push_back({"ruxiCopyReplicateBorder_32s_C1R", border<int32_t>(ruxiCopyReplicateBorder_32s_C1R), RUX_PEER(int32_t, uint8_t, uint8_t, 1, pad)});
 }

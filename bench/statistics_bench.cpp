@@ -50,9 +50,52 @@ void addConversions(Cases& cases)
                      RUX_PEER(u8, u8, u8, 1, RUX_CV(cv::bitwise_and(a, b, c)))});
 }
 
+// The forms of a band in several channels, and in place: all channels have the same band.
+template <typename Element, int32_t channels, typename Operation>
+MakeWork bands(Operation operation)
+{
+    return work<Element, Element, Element>(
+        channels, 2 * channels * sizeof(Element),
+        [=](const Image<Element>& a, const Image<Element>&, const Image<Element>& c, ruxiSize roi) {
+            const Element below[3] = {50, 50, 50}, above[3] = {100, 100, 100};
+            operation(a.data(), a.step(), c.data(), c.step(), roi, below, below, above, above);
+        });
+}
+
+template <typename Element, int32_t channels, typename Operation>
+MakeWork bandsInPlace(Operation operation)
+{
+    return work<Element, Element, Element>(
+        channels, 2 * channels * sizeof(Element),
+        [=](const Image<Element>&, const Image<Element>&, const Image<Element>& c, ruxiSize roi) {
+            const Element below[3] = {50, 50, 50}, above[3] = {100, 100, 100};
+            operation(c.data(), c.step(), roi, below, below, above, above);
+        });
+}
+
+template <typename Element, typename Operation>
+MakeWork bandInPlace(Operation operation)
+{
+    return work<Element, Element, Element>(
+        1, 2 * sizeof(Element),
+        [=](const Image<Element>&, const Image<Element>&, const Image<Element>& c, ruxiSize roi) {
+            operation(c.data(), c.step(), roi, Element(50), Element(50), Element(100), Element(100));
+        });
+}
+
+#define RUX_BANDS(type, Element)                                                                                        \
+    cases.push_back({"ruxiThreshold_LTValGTVal_" #type "_C3R", bands<Element, 3>(ruxiThreshold_LTValGTVal_##type##_C3R), "", nullptr}); \
+    cases.push_back({"ruxiThreshold_LTValGTVal_" #type "_AC4R", bands<Element, 4>(ruxiThreshold_LTValGTVal_##type##_AC4R), "", nullptr}); \
+    cases.push_back({"ruxiThreshold_LTValGTVal_" #type "_C1IR", bandInPlace<Element>(ruxiThreshold_LTValGTVal_##type##_C1IR), "", nullptr}); \
+    cases.push_back({"ruxiThreshold_LTValGTVal_" #type "_C3IR", bandsInPlace<Element, 3>(ruxiThreshold_LTValGTVal_##type##_C3IR), "", nullptr}); \
+    cases.push_back({"ruxiThreshold_LTValGTVal_" #type "_AC4IR", bandsInPlace<Element, 4>(ruxiThreshold_LTValGTVal_##type##_AC4IR), "", nullptr});
+
 // OpenCV's peer of a band is two passes: what lies above, then what lies below.
 void addThresholds(Cases& cases)
 {
+    RUX_BANDS(8u, uint8_t)
+    RUX_BANDS(16s, int16_t)
+    RUX_BANDS(32f, float)
     cases.push_back({"ruxiThreshold_LTValGTVal_8u_C1R",
                      work<u8, u8, u8>(1, 2, RUX_CALL(u8, u8, u8, ruxiThreshold_LTValGTVal_8u_C1R(a.data(), a.step(), c.data(), c.step(), roi, 50, 50, 200, 200))),
                      RUX_PEER(u8, u8, u8, 1, RUX_CV(cv::min(a, 200, c); cv::max(c, 50, c)))});
@@ -92,17 +135,35 @@ void addComparisons(Cases& cases)
                      RUX_PEER(u8, u8, u8, 1, RUX_CV(norm[0] = cv::sum(a)[0]))});
 }
 
+#define RUX_NORM(type, Element, layout, channels, bytes)                                                         \
+    cases.push_back({"ruxiNormDiff_L1_" #type "_" #layout,                                                       \
+                     work<Element, Element, u8>(channels, bytes * channels,                                     \
+                                                RUX_CALL(Element, Element, u8,                                  \
+                                                         ruxiNormDiff_L1_##type##_##layout(                     \
+                                                             a.data(), a.step(), b.data(), b.step(), roi, norm))), \
+                     "", nullptr});
+#define RUX_NORMS(type, Element, bytes)          \
+    RUX_NORM(type, Element, C3R, 3, bytes)       \
+    RUX_NORM(type, Element, C4R, 4, bytes)       \
+    RUX_NORM(type, Element, AC4R, 4, bytes)
+#define RUX_FLOAT_NORM(layout, channels)                                                                         \
+    cases.push_back({"ruxiNormDiff_L1_32f_" #layout " fast",                                                     \
+                     work<float, float, u8>(channels, 8 * channels,                                              \
+                                            RUX_CALL(float, float, u8,                                           \
+                                                     ruxiNormDiff_L1_32f_##layout(a.data(), a.step(), b.data(),  \
+                                                                                  b.step(), roi, norm, 0))),     \
+                     "", nullptr});
+
 void addNorms(Cases& cases)
 {
     cases.push_back({"ruxiNormDiff_L1_8u_C1R",
                      work<u8, u8, u8>(1, 2, RUX_CALL(u8, u8, u8, ruxiNormDiff_L1_8u_C1R(a.data(), a.step(), b.data(), b.step(), roi, norm))),
                      RUX_PEER(u8, u8, u8, 1, RUX_CV(norm[0] = cv::norm(a, b, cv::NORM_L1)))});
-    cases.push_back({"ruxiNormDiff_L1_8u_C3R",
-                     work<u8, u8, u8>(3, 6, RUX_CALL(u8, u8, u8, ruxiNormDiff_L1_8u_C3R(a.data(), a.step(), b.data(), b.step(), roi, norm))),
-                     "", nullptr});
-    cases.push_back({"ruxiNormDiff_L1_8u_C4R",
-                     work<u8, u8, u8>(4, 8, RUX_CALL(u8, u8, u8, ruxiNormDiff_L1_8u_C4R(a.data(), a.step(), b.data(), b.step(), roi, norm))),
-                     "", nullptr});
+    RUX_NORMS(8u, u8, 2)
+    RUX_NORMS(16s, s16, 4)
+    RUX_FLOAT_NORM(C3R, 3)
+    RUX_FLOAT_NORM(C4R, 4)
+    RUX_FLOAT_NORM(AC4R, 4)
     cases.push_back({"ruxiNormDiff_L1_16s_C1R",
                      work<s16, s16, u8>(1, 4, RUX_CALL(s16, s16, u8, ruxiNormDiff_L1_16s_C1R(a.data(), a.step(), b.data(), b.step(), roi, norm))),
                      RUX_PEER(s16, s16, u8, 1, RUX_CV(norm[0] = cv::norm(a, b, cv::NORM_L1)))});

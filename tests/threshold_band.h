@@ -41,7 +41,9 @@ struct Band {
             if (parts[2][c] < parts[0][c]) std::swap(parts[0][c], parts[2][c]);
         }
         if (random.oneIn(24)) std::swap(parts[0], parts[2]);
-        if (random.oneIn(8)) std::memcpy(parts[random.below(2) * 2 + 1], parts[2], sizeof parts[2]);   // value = threshold
+        if (random.oneIn(8)) {   // a value is the threshold
+            std::memcpy(parts[random.below(2) * 2 + 1], parts[2], sizeof parts[2]);
+        }
     }
 
     // The entry of channel 0 as a scalar argument.
