@@ -123,7 +123,8 @@ ruxStatus thresholdChannels(const Element* src, int32_t srcStep, Element* dst, i
 
     Band<Element> bands[3];
     for (int c = 0; c < 3; ++c) {
-        bands[c] = bandOf(thresholdLT[c], valueLT[c], thresholdGT[c], valueGT[c]);
+        bands[c] = {load<Carried<Element>>(thresholdLT + c), load<Carried<Element>>(valueLT + c),
+                    load<Carried<Element>>(thresholdGT + c), load<Carried<Element>>(valueGT + c)};
         if (!inOrder<Element, layout>(bands[c])) return ruxStatusThresholdBounds;
     }
     thresholdRows<Element, layout>({bytesOf(src), srcStep, bytesOf(dst), dstStep, roiSize}, bands);
