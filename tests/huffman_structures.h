@@ -61,7 +61,9 @@ inline void giveValues(Random& random, std::vector<SourceCode>& codes)
 // Lists of all kinds: free of prefixes, or with codes behind leaves, and codes twice.
 inline std::vector<int32_t> randomList(Random& random, ListForm form, bool prefixFree)
 {
-    auto codes = randomTree(random, random.between(2, 60), random.between(2, 20));
+    const int longest = random.between(2, 20);
+    const int leaves = random.between(2, 60);
+    auto codes = randomTree(random, leaves, longest);
     codes.resize(codes.size() - random.below(std::min<uint32_t>(4, static_cast<uint32_t>(codes.size()))));
     for (size_t i = 0; !prefixFree && i < 6; i++) {
         codes.push_back({random.between(1, 18), static_cast<int32_t>(random.next()), 0});

@@ -3,7 +3,7 @@
 
 #include <stdint.h>
 
-#include "frame/level.h"
+#include "frame/bytes.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -18,13 +18,14 @@ struct BitReader {
     {
         const int32_t left = offset - bits;
         const uint32_t crosses = left < -1;
-        const uint32_t next = *word << (31 - offset) | (word[crosses] & -crosses) >> 1 >> offset;
+        const uint32_t here = load<uint32_t>(word);
+        const uint32_t next = here << (31 - offset) | (load<uint32_t>(word + crosses) & -crosses) >> 1 >> offset;
         offset = left & 31;
         word += left < 0;
         return next >> 1 >> (31 - bits);
     }
 
-    uint32_t firstBit() const { return *word >> offset & 1; }
+    uint32_t firstBit() const { return load<uint32_t>(word) >> offset & 1; }
 
     void giveBack(int32_t bits)
     {

@@ -1,10 +1,17 @@
 // Building the lookup structure of a variable-length code from a source list.
 #pragma once
 
+#include "frame/bytes.h"
 #include "video/huffman_table.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
+
+// A word of the host's list, which may stand at any address.
+inline int32_t wordOf(const int32_t* list, ptrdiff_t index = 0)
+{
+    return load<int32_t>(list + index);
+}
 
 // Fills a block on a 32-byte boundary; a multiple of four words.
 void fillWords(uint32_t* block, int32_t words, uint32_t value);
@@ -13,7 +20,7 @@ void fillWords(uint32_t* block, int32_t words, uint32_t value);
 struct PlainForm {
     static constexpr int32_t blockWords = 16384;
     static constexpr int32_t recordWords = 2;
-    static uint32_t payload(const int32_t* record) { return static_cast<uint32_t>(record[1]) << 8; }
+    static uint32_t payload(const int32_t* record) { return static_cast<uint32_t>(wordOf(record, 1)) << 8; }
     static bool builderSeesLink(uint32_t entry) { return isLink(entry) && (entry & 0xFF00) != 0; }
 };
 
@@ -23,7 +30,8 @@ struct RunLevelForm {
     static constexpr int32_t recordWords = 3;
     static uint32_t payload(const int32_t* record)
     {
-        return static_cast<uint32_t>(record[2]) << 16 | (static_cast<uint32_t>(record[1]) & 0xFF) << 8;
+        return static_cast<uint32_t>(wordOf(record, 2)) << 16 |
+               (static_cast<uint32_t>(wordOf(record, 1)) & 0xFF) << 8;
     }
     static bool builderSeesLink(uint32_t entry) { return isLink(entry); }
 };
@@ -31,21 +39,22 @@ struct RunLevelForm {
 template <typename Form>
 class HuffmanBuilder {
 public:
-    HuffmanBuilder(const int32_t* list, uint32_t* block) : widths(list + 2), levels(list[1]), block(block) {}
+    HuffmanBuilder(const int32_t* list, uint32_t* block) : widths(list + 2), levels(wordOf(list, 1)), block(block) {}
 
     // False, here and below: the list does not fit the block.
     bool build()
     {
-        if (levels < 1 || !hasRoom(0, widths[0])) return false;
+        if (levels < 1 || !hasRoom(0, wordOf(widths, 0))) return false;
         fillWords(block, Form::blockWords, emptyEntry);
-        firstFree = addTable(0, widths[0]);
+        firstFree = addTable(0, wordOf(widths, 0));
 
         const int32_t* group = widths + levels;
-        for (int32_t length = 1; *group >= 0; ++length) {
+        for (int32_t length = 1; wordOf(group) >= 0; ++length) {
             const bool reachesEnd = totalWidth(length) >= length;   // longer codes are dropped
             const int32_t* record = group + 1;
-            for (int32_t count = *group; count > 0; --count, record += Form::recordWords)
-                if (reachesEnd && !place(static_cast<uint32_t>(*record), length, Form::payload(record))) return false;
+            for (int32_t count = wordOf(group); count > 0; --count, record += Form::recordWords)
+                if (reachesEnd && !place(static_cast<uint32_t>(wordOf(record)), length, Form::payload(record)))
+                    return false;
             group = record;
         }
         return true;
@@ -56,7 +65,7 @@ private:
     int64_t totalWidth(int32_t enough) const
     {
         int64_t sum = 0;
-        for (int32_t level = 0; level < levels && sum < enough; ++level) sum += widths[level];
+        for (int32_t level = 0; level < levels && sum < enough; ++level) sum += wordOf(widths, level);
         return sum;
     }
 
@@ -79,7 +88,7 @@ private:
         int32_t table = 0;
         int32_t sum = 0;
         for (int32_t level = 0; level < levels; ++level) {
-            const int32_t width = widths[level];
+            const int32_t width = wordOf(widths, level);
             if (!isWidth(width)) return false;
             sum += width;
             const uint32_t mask = (1u << width) - 1;
@@ -91,10 +100,10 @@ private:
             const int32_t slot = table + 1 + static_cast<int32_t>(below < 32 ? code >> below & mask : 0);
             if (slot >= behind(table)) return false;
             if (block[slot] == emptyEntry) {
-                if (!hasRoom(firstFree, widths[level + 1])) return false;
+                if (!hasRoom(firstFree, wordOf(widths, level + 1))) return false;
                 block[slot] = static_cast<uint32_t>(firstFree) << 8 | 128;
                 table = firstFree;
-                firstFree = addTable(firstFree, widths[level + 1]);
+                firstFree = addTable(firstFree, wordOf(widths, level + 1));
             } else if (Form::builderSeesLink(block[slot])) {
                 table = static_cast<int32_t>(linkedTable(block[slot]));
             }

@@ -14,14 +14,15 @@ class BitWindow {
 public:
     explicit BitWindow(Position position)
         : next(*position.bitStream + 2), valid(33 + *position.bitOffset),
-          bits((static_cast<uint64_t>(next[-2]) << 32 | next[-1]) << (31 - *position.bitOffset))
+          bits((static_cast<uint64_t>(load<uint32_t>(next - 2)) << 32 | load<uint32_t>(next - 1))
+               << (31 - *position.bitOffset))
     {
     }
 
     void refill()
     {
         if (valid >= 32) return;
-        bits |= static_cast<uint64_t>(*next++) << (32 - valid);
+        bits |= static_cast<uint64_t>(load<uint32_t>(next++)) << (32 - valid);
         valid += 32;
     }
 
