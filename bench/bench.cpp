@@ -114,6 +114,10 @@ void run(const Options& options)
     addChannels(cases);
     addArith(cases);
     addStatistics(cases);
+    addColour(cases);
+    addResize(cases);
+    addVideo(cases);
+    addVideoStream(cases);
 
     printHeading();
     std::vector<Row> rows;

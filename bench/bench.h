@@ -1,7 +1,8 @@
 // What a benchmark case is, and the tool's registers of them.
 //
 // A case names an operation and makes, for a size of image, the work to time: a closure over buffers of its own, and
-// the bytes that it moves (read and written). A peer does the same work with another library.
+// the bytes that it moves (read and written), or what else its file of cases counts. A peer does the same work with
+// another library.
 #pragma once
 
 #include <cstddef>
@@ -39,5 +40,9 @@ void addMovement(Cases& cases);
 void addChannels(Cases& cases);
 void addArith(Cases& cases);
 void addStatistics(Cases& cases);
+void addColour(Cases& cases);
+void addResize(Cases& cases);
+void addVideo(Cases& cases);
+void addVideoStream(Cases& cases);
 
 }

@@ -19,13 +19,13 @@ double ratioToPeer(const Row& row)
 
 void printHeading()
 {
-    std::printf("%-32s %-6s %10s | %7s %7s %7s %7s GB/s | %5s %5s %5s x px | %-8s %7s %6s %5s\n", "operation", "in",
+    std::printf("%-38s %-6s %10s | %7s %7s %7s %7s GB/s | %5s %5s %5s x px | %-8s %7s %6s %5s\n", "operation", "in",
                 "size", "px", "m6", "a6", "w7", "m6", "a6", "w7", "peer", "GB/s", "w7/it", "+-");
 }
 
 void printRow(const Row& row)
 {
-    std::printf("%-32s %-6s %5dx%-4d | %7.2f %7.2f %7.2f %7.2f      | %5.2f %5.2f %5.2f      |", row.operation.c_str(),
+    std::printf("%-38s %-6s %5dx%-4d | %7.2f %7.2f %7.2f %7.2f      | %5.2f %5.2f %5.2f      |", row.operation.c_str(),
                 row.place.c_str(), row.size.width, row.size.height, gigabytes(row, row.levels[0]),
                 gigabytes(row, row.levels[1]), gigabytes(row, row.levels[2]), gigabytes(row, row.levels[3]),
                 row.levels[0].best / row.levels[1].best, row.levels[0].best / row.levels[2].best,

@@ -60,7 +60,7 @@ ruxStatus RUXCALL ruxiDCT8x8Inv_16s_C1R(const int16_t* src, int16_t* dst, int32_
 ruxStatus RUXCALL ruxiDCT8x8Inv_16s8u_C1R(const int16_t* src, uint8_t* dst, int32_t dstStep);
 
 /* Coefficients to strided samples: the inverse to 16 bits, then levelShift added, then clamped to clipMin .. clipMax.
-   A 16-bit value of 32767 and a levelShift of 128 give 255 at px and 0 at the other levels. */
+   A value of 128 and a levelShift of 32767 give 255 at px, and 0 at the other levels, where the sum wraps. */
 ruxStatus RUXCALL ruxiDCT8x8InvLSClip_16s8u_C1R(
     const int16_t* src, uint8_t* dst, int32_t dstStep, int16_t levelShift, uint8_t clipMin, uint8_t clipMax);
 

@@ -52,8 +52,9 @@ extern "C" {
    that is a multiple of 256 serves only the code that made it: later codes do not find it. An empty list is legal;
    everything then decodes as illegal.
 
-   Statuses: ruxStatusNullPointer for either argument; ruxStatusMemoryAllocated when memory is short or the list needs
-   more words than the block has, with a null pointer stored. */
+   Statuses: ruxStatusNullPointer for either argument; ruxStatusMemoryAllocated when memory is short, the list needs
+   more words than the block has, a level's width is outside 0 .. 18, or a code behind a shorter one would leave its
+   sub-table; a null pointer is stored then. */
 ruxStatus RUXCALL ruxiVCHuffmanInitAlloc_32s(const int32_t* table, uint32_t** decodeTable);
 ruxStatus RUXCALL ruxiVCHuffmanInitAllocRL_32s(const int32_t* table, uint32_t** decodeTable);
 
