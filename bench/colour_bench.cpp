@@ -69,15 +69,16 @@ void add(Cases& cases, const char* name, Operation operation, Layout from, Layou
 void addFromRgb(Cases& cases)
 {
     RUX_ADD(ruxiRGBToYCbCr420_8u_C3P3R, rgb24, planar420, {RUX_LIBYUV(rgb24, planar420, libyuv::RAWToI420)},
-            {RUX_SWSCALE(rgb24, RGB24, planar420, YUV420P)});
+            {RUX_SWSCALE(rgb24, RGB24, planar420, YUV420P)}, {RUX_OPENCV(2, 3, 3, 1, cv::COLOR_RGB2YUV_I420)});
     RUX_ADD(ruxiRGBToYCbCr422_8u_C3C2R, rgb24, packed422, {RUX_SWSCALE(rgb24, RGB24, packed422, YUYV422)});
 }
 
 void addToRgb(Cases& cases)
 {
     RUX_ADD(ruxiYCbCr420ToRGB_8u_P3C3R, planar420, rgb24, {RUX_LIBYUV(planar420, rgb24, libyuv::I420ToRAW)},
-            {RUX_SWSCALE(planar420, YUV420P, rgb24, RGB24)});
-    RUX_ADD(ruxiYCbCr422ToRGB_8u_C2C3R, packed422, rgb24, {RUX_SWSCALE(packed422, YUYV422, rgb24, RGB24)});
+            {RUX_SWSCALE(planar420, YUV420P, rgb24, RGB24)}, {RUX_OPENCV(3, 1, 2, 3, cv::COLOR_YUV2RGB_I420)});
+    RUX_ADD(ruxiYCbCr422ToRGB_8u_C2C3R, packed422, rgb24, {RUX_SWSCALE(packed422, YUYV422, rgb24, RGB24)},
+            {RUX_OPENCV(2, 2, 2, 3, cv::COLOR_YUV2RGB_YUY2)});
     RUX_ADD(ruxiYCbCr422ToRGB_8u_P3C3R, planar422, rgb24, {RUX_LIBYUV(planar422, rgb24, libyuv::I422ToRAW)},
             {RUX_SWSCALE(planar422, YUV422P, rgb24, RGB24)});
     RUX_ADD(ruxiYUV420ToRGB_8u_P3C3, planar420, rgb24, {RUX_LIBYUV(planar420, rgb24, libyuv::J420ToRAW)},

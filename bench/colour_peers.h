@@ -67,3 +67,30 @@ inline MakeWork swscaleWork(Layout from, AVPixelFormat source, Layout to, AVPixe
 #else
 #define RUX_SWSCALE(from, source, to, destination) "", nullptr
 #endif
+
+#ifdef RUX_WITH_OPENCV
+#include "peers.h"
+
+namespace rux::bench {
+
+// OpenCV's planes of 4:2:0 stand one below the other in one image of one channel. Rows and channels of both sides are
+// given in halves of the picture's height, and in bytes a pixel.
+inline MakeWork opencvColour(int sourceHalves, int sourceChannels, int destinationHalves, int destinationChannels,
+                             int code)
+{
+    return [=](Size size) {
+        const Size from = {size.width, size.height * sourceHalves / 2};
+        const Size to = {size.width, size.height * destinationHalves / 2};
+        const Image<uint8_t> source(from, sourceChannels), destination(to, destinationChannels);
+        return Work{source.bytes() + destination.bytes(), [=] {
+                        cv::Mat result = matrixOf(destination, to, destinationChannels);
+                        cv::cvtColor(matrixOf(source, from, sourceChannels), result, code);
+                    }};
+    };
+}
+
+}
+#define RUX_OPENCV(...) "opencv", opencvColour(__VA_ARGS__)
+#else
+#define RUX_OPENCV(...) "", nullptr
+#endif

@@ -5,6 +5,12 @@
 #include "peers.h"
 #include "ruxlib.h"
 
+#ifdef RUX_WITH_SWSCALE
+extern "C" {
+#include <libswscale/swscale.h>
+}
+#endif
+
 namespace rux::bench {
 namespace {
 
@@ -17,7 +23,14 @@ struct Mode {
     const char* name;
     ruxInterpolation interpolation;
     int opencv;
+    int swscale;
 };
+
+#ifdef RUX_WITH_SWSCALE
+constexpr int point = SWS_POINT, bilinear = SWS_BILINEAR, bicubic = SWS_BICUBIC, mean = SWS_AREA;
+#else
+constexpr int point = 0, bilinear = 0, bicubic = 0, mean = 0;
+#endif
 
 #ifdef RUX_WITH_OPENCV
 constexpr int nearest = cv::INTER_NEAREST, linear = cv::INTER_LINEAR, cubic = cv::INTER_CUBIC, area = cv::INTER_AREA;
@@ -28,10 +41,10 @@ constexpr const char* peer = "";
 #endif
 
 constexpr Factor factors[] = {{"x2", 2}, {"x2/3", 2.0 / 3}, {"x1/2", 0.5}};
-constexpr Mode modes[] = {{"nearest", ruxInterpolationNearest, nearest},
-                          {"linear", ruxInterpolationLinear, linear},
-                          {"cubic", ruxInterpolationCubic, cubic},
-                          {"area", ruxInterpolationSuperSample, area}};
+constexpr Mode modes[] = {{"nearest", ruxInterpolationNearest, nearest, point},
+                          {"linear", ruxInterpolationLinear, linear, bilinear},
+                          {"cubic", ruxInterpolationCubic, cubic, bicubic},
+                          {"area", ruxInterpolationSuperSample, area, mean}};
 
 Size scaled(Size size, double factor)
 {
@@ -68,6 +81,26 @@ MakeWork peerResizing([[maybe_unused]] double factor, [[maybe_unused]] int mode)
 #endif
 }
 
+#ifdef RUX_WITH_SWSCALE
+MakeWork swscaleResizing(double factor, int mode)
+{
+    return [=](Size size) {
+        const Size result = scaled(size, factor);
+        const Image<uint8_t> source(size), destination(result);
+        const std::shared_ptr<SwsContext> context(
+            sws_getContext(size.width, size.height, AV_PIX_FMT_GRAY8, result.width, result.height, AV_PIX_FMT_GRAY8,
+                           mode, nullptr, nullptr, nullptr),
+            sws_freeContext);
+        return Work{source.bytes() + destination.bytes(), [=] {
+                        const uint8_t* const from[4] = {source.data()};
+                        uint8_t* const to[4] = {destination.data()};
+                        const int fromStep[4] = {source.step()}, toStep[4] = {destination.step()};
+                        sws_scale(context.get(), from, fromStep, 0, size.height, to, toStep);
+                    }};
+    };
+}
+#endif
+
 }
 
 void addResize(Cases& cases)
@@ -78,6 +111,11 @@ void addResize(Cases& cases)
             cases.push_back({std::string("ruxiResize_8u_C1R ") + mode.name + " " + factor.name,
                              resizing(factor.value, mode.interpolation), peer,
                              peerResizing(factor.value, mode.opencv)});
+#ifdef RUX_WITH_SWSCALE
+            cases.push_back({std::string("ruxiResize_8u_C1R ") + mode.name + " " + factor.name,
+                             resizing(factor.value, mode.interpolation), "swscale",
+                             swscaleResizing(factor.value, mode.swscale)});
+#endif
         }
 }
 
