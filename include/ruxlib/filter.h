@@ -195,8 +195,9 @@ ruxStatus RUXCALL ruxiCannyGetSize(ruxiSize roiSize, int32_t* bufferSize);
  *   thresholds             float                               truncated to integers, low 16 bits taken as signed
  * Between the two bounds the neighbours are upper left and lower right where dx and dy have the same sign bit, upper
  * right and lower left otherwise. At a6 and w7 the gradient -32768 has no absolute value and stays negative; a
- * threshold of 32768 or more wraps, and a high one that turns negative accepts every pixel above it in blocks that
- * hold a positive magnitude; with a low threshold below 1, suppressed pixels of magnitude 1 come out as 255.
+ * threshold of 32768 or more wraps: a high one that turns negative accepts every pixel above it in blocks of 4, from
+ * the row's first pixel on, that hold a positive magnitude, and a low one that turns negative every pixel above it that
+ * touches an edge; with a low threshold below 1, suppressed pixels of magnitude 1 come out as 255.
  *
  * buffer holds ruxiCannyGetSize bytes at any address; its contents before and after mean nothing. Its size is not
  * tested; at the stated size no input overruns it. Calls that run at once need a buffer each. Gradient steps are in

@@ -48,6 +48,24 @@ inline void store<__m64>(void* to, __m64 value)
 }
 #endif
 
+// The unsigned number of 1, 2 or 4 bytes.
+template <size_t bytes>
+struct Unsigned;
+template <>
+struct Unsigned<1> {
+    using Type = uint8_t;
+};
+template <>
+struct Unsigned<2> {
+    using Type = uint16_t;
+};
+template <>
+struct Unsigned<4> {
+    using Type = uint32_t;
+};
+template <size_t bytes>
+using UnsignedOf = typename Unsigned<bytes>::Type;
+
 inline const uint8_t* bytesOf(const void* pointer)
 {
     return static_cast<const uint8_t*>(pointer);

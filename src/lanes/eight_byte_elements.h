@@ -60,6 +60,28 @@ inline EightBytes widenHigh8(EightBytes a)
     return {_mm_unpackhi_pi8(a.value, _mm_setzero_si64())};
 }
 
+// The bytes at even and at odd places as words: word i is byte 2i or 2i + 1.
+inline EightBytes evenBytes(EightBytes a)
+{
+    return {_mm_and_si64(a.value, _mm_set1_pi16(0xFF))};
+}
+
+inline EightBytes oddBytes(EightBytes a)
+{
+    return {_mm_srli_pi16(a.value, 8)};
+}
+
+// Words of the lower and of the upper halves, one of a, one of b in turn.
+inline EightBytes interleaveLow16(EightBytes a, EightBytes b)
+{
+    return {_mm_unpacklo_pi16(a.value, b.value)};
+}
+
+inline EightBytes interleaveHigh16(EightBytes a, EightBytes b)
+{
+    return {_mm_unpackhi_pi16(a.value, b.value)};
+}
+
 inline EightBytes widenLow16(EightBytes a)
 {
     return {_mm_unpacklo_pi16(a.value, _mm_setzero_si64())};

@@ -8,6 +8,17 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
+// The smaller and the larger of two unsigned bytes.
+inline EightBytes smaller8(EightBytes a, EightBytes b)
+{
+    return {_mm_min_pu8(a.value, b.value)};
+}
+
+inline EightBytes larger8(EightBytes a, EightBytes b)
+{
+    return {_mm_max_pu8(a.value, b.value)};
+}
+
 // a <= b, unsigned: a is the smaller.
 inline EightBytes atMost8(EightBytes a, EightBytes b)
 {

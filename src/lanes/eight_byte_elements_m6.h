@@ -6,6 +6,18 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
+// The smaller of two unsigned bytes: a less what it has above b.
+inline EightBytes smaller8(EightBytes a, EightBytes b)
+{
+    return subtract8(a, subtractSaturated(a, b));
+}
+
+// The larger of two unsigned bytes: b and what a has above it.
+inline EightBytes larger8(EightBytes a, EightBytes b)
+{
+    return {_mm_adds_pu8(b.value, subtractSaturated(a, b).value)};
+}
+
 // a <= b, unsigned: a - b, stopped at 0, is 0.
 inline EightBytes atMost8(EightBytes a, EightBytes b)
 {

@@ -30,6 +30,12 @@ inline Pair<Half> operator+(Pair<Half> a, Pair<Half> b)
     return {a.low + b.low, a.high + b.high};
 }
 
+template <typename Half>
+inline Pair<Half> operator-(Pair<Half> a, Pair<Half> b)
+{
+    return {a.low - b.low, a.high - b.high};
+}
+
 template <int bits, typename Half>
 inline Pair<Half> shiftedRight(Pair<Half> a)
 {

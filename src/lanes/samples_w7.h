@@ -10,6 +10,7 @@ namespace {
 
 // Eight samples in the lower half of a register; what stands in the upper half does not matter.
 struct Samples8 {
+    static constexpr size_t size = 8;
     __m128i value;
 
     static Samples8 load(const uint8_t* from) { return {_mm_loadl_epi64(reinterpret_cast<const __m128i*>(from))}; }
@@ -45,6 +46,27 @@ template <typename Samples>
 inline Samples decrementedAboveZero(Samples a)
 {
     return {_mm_subs_epi8(_mm_max_epu8(a.value, _mm_set1_epi8(1)), _mm_set1_epi8(1))};
+}
+
+template <typename Samples>
+inline Samples wrappingDifference(Samples a, Samples b)
+{
+    return {_mm_sub_epi8(a.value, b.value)};
+}
+
+inline Samples8 operator&(Samples8 a, Samples8 b)
+{
+    return {_mm_and_si128(a.value, b.value)};
+}
+
+inline Samples8 operator|(Samples8 a, Samples8 b)
+{
+    return {_mm_or_si128(a.value, b.value)};
+}
+
+inline Samples8 operator^(Samples8 a, Samples8 b)
+{
+    return {_mm_xor_si128(a.value, b.value)};
 }
 
 inline Samples8 subtractSaturated(Samples8 a, Samples8 b)

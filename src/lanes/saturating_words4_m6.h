@@ -6,6 +6,17 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
+// Exchanged where a is greater: the difference of their bits turns the one into the other.
+inline SaturatingWords4 smaller(SaturatingWords4 a, SaturatingWords4 b)
+{
+    return a ^ ((a ^ b) & isGreater(a, b));
+}
+
+inline SaturatingWords4 larger(SaturatingWords4 a, SaturatingWords4 b)
+{
+    return b ^ ((a ^ b) & isGreater(a, b));
+}
+
 // 0 1 2 3 becomes 3 2 1 0.
 inline SaturatingWords4 reversed(SaturatingWords4 a)
 {

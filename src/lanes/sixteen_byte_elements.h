@@ -18,6 +18,11 @@ inline SixteenBytes subtract8(SixteenBytes a, SixteenBytes b)
     return {_mm_sub_epi8(a.value, b.value)};
 }
 
+inline SixteenBytes subtract16(SixteenBytes a, SixteenBytes b)
+{
+    return {_mm_sub_epi16(a.value, b.value)};
+}
+
 inline SixteenBytes add16(SixteenBytes a, SixteenBytes b)
 {
     return {_mm_add_epi16(a.value, b.value)};
@@ -37,6 +42,17 @@ inline SixteenBytes equal8(SixteenBytes a, SixteenBytes b)
 inline SixteenBytes greater16(SixteenBytes a, SixteenBytes b)
 {
     return {_mm_cmpgt_epi16(a.value, b.value)};
+}
+
+// The smaller and the larger of two unsigned bytes.
+inline SixteenBytes smaller8(SixteenBytes a, SixteenBytes b)
+{
+    return {_mm_min_epu8(a.value, b.value)};
+}
+
+inline SixteenBytes larger8(SixteenBytes a, SixteenBytes b)
+{
+    return {_mm_max_epu8(a.value, b.value)};
 }
 
 // a <= b, unsigned: a is the smaller.
@@ -66,6 +82,28 @@ inline SixteenBytes widenLow8(SixteenBytes a)
 inline SixteenBytes widenHigh8(SixteenBytes a)
 {
     return {_mm_unpackhi_epi8(a.value, _mm_setzero_si128())};
+}
+
+// The bytes at even and at odd places as words: word i is byte 2i or 2i + 1.
+inline SixteenBytes evenBytes(SixteenBytes a)
+{
+    return {_mm_and_si128(a.value, _mm_set1_epi16(0xFF))};
+}
+
+inline SixteenBytes oddBytes(SixteenBytes a)
+{
+    return {_mm_srli_epi16(a.value, 8)};
+}
+
+// Words of the lower and of the upper halves, one of a, one of b in turn.
+inline SixteenBytes interleaveLow16(SixteenBytes a, SixteenBytes b)
+{
+    return {_mm_unpacklo_epi16(a.value, b.value)};
+}
+
+inline SixteenBytes interleaveHigh16(SixteenBytes a, SixteenBytes b)
+{
+    return {_mm_unpackhi_epi16(a.value, b.value)};
 }
 
 inline SixteenBytes widenLow16(SixteenBytes a)

@@ -1,0 +1,2 @@
+// Lowpass filter in MMX registers.
+#include "filter/lowpass_mmx.h"
