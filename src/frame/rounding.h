@@ -66,5 +66,24 @@ inline int32_t roundOnStack(long double value)
     return rounded;
 }
 
+// The mode of the unit on which the build computes doubles, and that unit's conversion, which rounds by it.
+#ifdef __SSE2__
+using DoubleRounding = VectorRounding;
+
+inline int32_t roundDouble(double value)
+{
+    int32_t rounded;
+    asm volatile("cvtsd2si %1, %0" : "=r"(rounded) : "x"(value));
+    return rounded;
+}
+#else
+using DoubleRounding = StackRounding;
+
+inline int32_t roundDouble(double value)
+{
+    return roundOnStack(value);
+}
+#endif
+
 }
 }

@@ -1,0 +1,17 @@
+// ReduceBits in double, truncated by a conversion that rounds to nearest: nothing switches the rounding mode. MMX
+// brings nothing to doubles.
+#include "colour/reduce_bits_scalar.h"
+#include "frame/rounding.h"
+
+namespace rux::m6 {
+namespace {
+
+// Rounding lets a value that misses a step by 1e-5 count as the step, truncation only one that misses it by 9e-6.
+int32_t wholeSteps(double steps)
+{
+    const int32_t rounded = roundDouble(steps - 0.49999);
+    return rounded > steps + 0.000009 ? rounded - 1 : rounded;
+}
+
+}
+}
