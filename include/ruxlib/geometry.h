@@ -137,9 +137,10 @@ ruxStatus RUXCALL ruxiGetSpatialMoment_64f(const ruxMomentState* state, int32_t 
  *
  * Levels: px and m6 agree, a6 and w7 agree, and the pairs differ in the last bits of a float. The former compute in
  * double and round to float after each tap of a column and once for an output of a row. The latter compute in float on
- * the columns and on blocks of outputs of a row that begin at a 16-byte boundary of the destination; the outputs around
- * these blocks are summed in double, so that the last bits depend on the destination's address. Destinations may stand
- * at any address.
+ * the columns and on blocks of outputs of a row that begin at a 16-byte boundary of the destination. The outputs before
+ * these blocks, and in the forward transform the one to four after them, are summed in double, so that the last bits
+ * depend on the destination's address; image columns are worked off 256 columns of a band at a time, each time with
+ * blocks of their own. Destinations may stand at any address.
  */
 typedef struct ruxWTFwdSpec ruxWTFwdSpec;
 typedef struct ruxWTInvSpec ruxWTInvSpec;

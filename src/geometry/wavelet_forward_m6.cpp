@@ -1,0 +1,2 @@
+// The forward wavelet in double.
+#include "geometry/wavelet_forward_scalar.h"

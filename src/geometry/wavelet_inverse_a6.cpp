@@ -1,0 +1,2 @@
+// The inverse wavelet in vectors of four floats.
+#include "geometry/wavelet_inverse_sse.h"
