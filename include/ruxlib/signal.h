@@ -37,10 +37,12 @@ ruxStatus RUXCALL ruxsThreshold_32f_I(float* srcDst, int32_t len, float level, i
      px          hint not read. In double: even positions to A, odd to B as long as 4 elements are left, B + A, then the
                  last 0 to 3 one by one. A lone -0.0 sums to +0.0.
      m6          hint not read; always the accurate form.
-     a6, w7      hint 1, fast: 4 single-precision lanes, moved into a double after each 32768 elements; the elements
-                 before the first 16-byte boundary go to that double directly, so the last bits depend on alignment.
-                 Any other hint, accurate: element i goes to double accumulator i mod 8; the tail of fewer than 8 goes
-                 to a single one. */
+     a6, w7      hint 1, fast: 4 single-precision lanes, added to a double, lane 0 first, after each 32768 elements
+                 and at the end; the elements before the first 16-byte boundary, and the last that fill no vector of 4,
+                 go to that double one by one, so the last bits depend on alignment. A vector whose floats do not stand
+                 on 4-byte boundaries has no elements before the first.
+                 Any other hint, accurate: element i goes to double accumulator i mod 8; the eight are added up in
+                 their order, and the tail of fewer than 8, summed in an accumulator of its own, is added last. */
 ruxStatus RUXCALL ruxsSum_32f(const float* src, int32_t len, float* sum, int32_t hint);
 ruxStatus RUXCALL ruxsMean_32f(const float* src, int32_t len, float* mean, int32_t hint);
 
@@ -58,8 +60,8 @@ ruxStatus RUXCALL ruxsFilterMedian_16s(const int16_t* src, int16_t* dst, int32_t
    16s: the same at all levels.
    32f: count is converted to a float. px and m6 form the product in double; a6 and w7 in single precision, where one
    that underflows to -0.0 (1e-30, -1e-30) does not count. A NaN product counts at px, m6 and a6. At w7 it counts by its
-   sign bit in the vector body, and always in scalar places: those before and after the vectors, and all places when len
-   is 4 or less. */
+   sign bit in the vectors, which are the places 1 to 4, 5 to 8 and so on at any alignment, and always in the 0 to 3
+   places that remain; a len of 4 or less has no vector. */
 ruxStatus RUXCALL ruxsSignChangeRate_16s(const int16_t* src, int32_t len, int32_t* count);
 ruxStatus RUXCALL ruxsSignChangeRate_32f(const float* src, int32_t len, float* count);
 
@@ -67,9 +69,11 @@ ruxStatus RUXCALL ruxsSignChangeRate_32f(const float* src, int32_t len, float* c
    Checks: len below 1 -6; then null pointer -8: the size comes first here.
    Result: ruxStatusOk, or the warning of the last special event in element order: 18 (singularity) or 19 (outside the
    domain). Each event also raises the processor's flag, divide-by-zero for 18 and invalid for 19.
-   Computed as 2 ** (y log2 |x|), in 64-bit extended precision at px, m6 and a6, in double at w7. Where y log2 |x| is
-   above 512 the result is infinity, below -512 it is +0.0 (also for negative x and odd y); between these and a float's
-   range it overflows or underflows as a float does, without a status.
+   Computed as 2 ** (y log2 |x|), in 64-bit extended precision at px, m6 and a6, in double at w7, where the last step
+   for positive normal x is in single precision (errors seen up to 2**-14, at results near the ends of a float's range,
+   and up to 2**-16 for those between 2**-8 and 2**8). At w7 an element's result does not depend on its place or on the
+   elements beside it. Where y log2 |x| is above 512 the result is infinity, below -512 it is +0.0 (also for negative x
+   and odd y); between these and a float's range it overflows or underflows as a float does, without a status.
    Special arguments, the first line that fits decides ("odd": y is an odd integer; from 2**24 on y is even):
       1  y = +-0                    1, also for NaN
       2  y = 1                      x

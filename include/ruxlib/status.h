@@ -35,7 +35,9 @@ enum {
     ruxStatusNoOperation = 1,             /* nothing was done */
     ruxStatusMisaligned = 2,              /* done in full, but a buffer is not aligned as it should be for speed */
     ruxStatusEvenMedianMask = 5,          /* done with the even median mask lowered to the odd one below it */
-    ruxStatusDivByZeroWarning = 6         /* done, but a divisor was zero somewhere */
+    ruxStatusDivByZeroWarning = 6,        /* done, but a divisor was zero somewhere */
+    ruxStatusSingularity = 18,            /* done, but the function has a singularity somewhere */
+    ruxStatusOutsideDomain = 19           /* done, but an argument was outside the function's domain somewhere */
 };
 
 #endif

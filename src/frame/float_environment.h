@@ -1,6 +1,6 @@
 // The floating-point stack computes in IEEE double (or extended, where asked for), whatever the host has set.
 //
-// Only 32-bit px, m6 and a6 bodies compute on that stack; elsewhere the guards are empty and cost nothing.
+// Only 32-bit px, m6 and a6 bodies compute in double on that stack; elsewhere their guard is empty and costs nothing.
 #pragma once
 
 #include <stdint.h>
@@ -44,7 +44,7 @@ inline float roundedToSingle(double value)
     return rounded;
 }
 
-#ifndef __SSE2__   // not FLT_EVAL_METHOD: Clang reports 0 with SSE alone, where doubles are still on the stack
+// The precision of the stack, whatever the host has set, while its guard lives.
 class StackPrecision {
 public:
     explicit StackPrecision(uint16_t precisionField)
@@ -61,6 +61,12 @@ private:
     uint16_t saved;
 };
 
+// For arithmetic in long double, which is the stack's on every build.
+struct ExtendedPrecision : StackPrecision {
+    ExtendedPrecision() : StackPrecision(0x0300) {}
+};
+
+#ifndef __SSE2__   // not FLT_EVAL_METHOD: Clang reports 0 with SSE alone, where doubles are still on the stack
 struct DoublePrecision : StackPrecision {
     DoublePrecision() : StackPrecision(0x0200) {}
 };

@@ -1,0 +1,3 @@
+// Copy in 8-byte MMX moves.
+#include "signal/copy.h"
+#include "signal/vector_copy_m6.h"

@@ -1,0 +1,3 @@
+// Copy in plain moves.
+#include "signal/copy.h"
+#include "signal/vector_copy_px.h"

@@ -1,0 +1,4 @@
+// Interleaving in MMX tiles of four frames.
+#include "signal/vector_copy_m6.h"
+
+#include "signal/interleave_mmx.h"

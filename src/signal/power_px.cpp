@@ -1,0 +1,2 @@
+// Powers on the floating-point stack.
+#include "signal/power_extended.h"

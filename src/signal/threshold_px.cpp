@@ -1,0 +1,2 @@
+// Clamping element by element.
+#include "signal/threshold_scalar.h"

@@ -1,0 +1,2 @@
+// Clamping four elements at a time.
+#include "signal/threshold_sse.h"
