@@ -138,8 +138,11 @@ ruxStatus RUXCALL ruxiReconstructDCTBlock_MPEG2_32s(
      centre     the greatest |level| of the run (-1 for a run without records); at centre + level stands
                 code << 16 | length
 
-   Statuses: ruxStatusMemoryAllocated when memory is short, or when the list would be written outside its table: runs
-   below 0 or above 255, or levels of one sign only in a run at the table's end. Neither pointer is tested for null. */
+   Levels of one sign only have no room of their own: their codes go over whatever stands beside the run's other ones.
+
+   Statuses: ruxStatusMemoryAllocated, with nothing stored, when memory is short, when the list would be written outside
+   its table (runs below 0 or above 255, levels of one sign only in a run at the table's end), or when codes have gone
+   over words of the table so that a look-up would leave it. Neither pointer is tested for null. */
 ruxStatus RUXCALL ruxiCreateRLEncodeTable(const int32_t* table, uint32_t** encodeTable);
 
 /* Write one block of 64 quantised coefficients and its end of block (ISO/IEC 13818-2, 7.2).

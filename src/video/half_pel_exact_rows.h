@@ -11,17 +11,6 @@ namespace {
 template <typename Samples>
 using WordsOf = decltype(widened(Samples()));
 
-// Rows that are words already.
-inline Words8 widened(Words8 a)
-{
-    return a;
-}
-
-inline Words16 widened(Words16 a)
-{
-    return a;
-}
-
 // (a + b + 1 - r) >> 1
 template <typename Samples>
 class ExactHorizontalRows {

@@ -4,20 +4,62 @@
 // a column to the right, and nothing else. What is shared by neighbouring rows is read and averaged once.
 //
 // With a, b to its right, c below and d below b, P0 = avg(a, b) and P1 = avg(c, d), where avg rounds up. A Rounding
-// says how the averages are brought lower before they meet: first() on a, above() on P0, below() on P1.
+// says how two neighbours meet, half(), and how the averages are brought lower before they do: above() on P0, below()
+// on P1.
 #pragma once
 
-#include "video/motion_compensation.h"
+#include "video/half_pel.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
 
+// A row's prediction comes as samples or as words.
+inline Samples8 asSamples(Samples8 row)
+{
+    return row;
+}
+
+inline Samples16 asSamples(Samples16 row)
+{
+    return row;
+}
+
+inline Samples8 asSamples(Words8 row)
+{
+    return packed(row);
+}
+
+inline Samples16 asSamples(Words16 row)
+{
+    return packed(row);
+}
+
+inline Words8 asWords(Samples8 row)
+{
+    return widened(row);
+}
+
+inline Words16 asWords(Samples16 row)
+{
+    return widened(row);
+}
+
+inline Words8 asWords(Words8 row)
+{
+    return row;
+}
+
+inline Words16 asWords(Words16 row)
+{
+    return row;
+}
+
 // The averages as they are.
 struct RoundUp {
     template <typename Samples>
-    static Samples first(Samples a)
+    static Samples half(Samples a, Samples b)
     {
-        return a;
+        return average(a, b);
     }
     template <typename Samples>
     static Samples above(Samples p0)
@@ -55,7 +97,7 @@ public:
         const Samples a = Samples::load(at.samples);
         const Samples b = Samples::load(at.samples + 1);
         at.samples += at.stride;
-        return average(Rounding::first(a), b);
+        return Rounding::half(a, b);
     }
 
 private:
@@ -70,7 +112,7 @@ public:
     {
         at.samples += at.stride;
         const Samples c = Samples::load(at.samples);
-        const Samples prediction = average(Rounding::first(a), c);
+        const Samples prediction = Rounding::half(a, c);
         a = c;
         return prediction;
     }

@@ -1,17 +1,11 @@
 // Building the lookup structure of a variable-length code from a source list.
 #pragma once
 
-#include "frame/bytes.h"
+#include "video/code_list.h"
 #include "video/huffman_table.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
-
-// A word of the host's list, which may stand at any address.
-inline int32_t wordOf(const int32_t* list, ptrdiff_t index = 0)
-{
-    return load<int32_t>(list + index);
-}
 
 // Fills a block on a 32-byte boundary; a multiple of four words.
 void fillWords(uint32_t* block, int32_t words, uint32_t value);

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "video/bit_reader.h"
+#include "video/code_list.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -37,9 +38,6 @@ inline int32_t levelOf(uint32_t leaf)
 {
     return static_cast<int32_t>(leaf) >> 16;
 }
-
-constexpr int32_t endOfBlockRun = 254;
-constexpr int32_t escapeRun = 255;
 
 // The leaf of the next code. Its free bits are still to be given back.
 inline uint32_t findLeaf(const uint32_t* table, BitReader& reader)

@@ -5,14 +5,10 @@
 
 #include "frame/bytes.h"
 #include "frame/checks.h"
+#include "video/half_pel.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
-
-struct Reference {
-    const uint8_t* samples;
-    ptrdiff_t stride;
-};
 
 // The residual and the result it goes to.
 struct Block {
@@ -21,12 +17,6 @@ struct Block {
     uint8_t* result;
     ptrdiff_t resultStride;
 };
-
-// A half-pel mode's bits 2 and 3 as an index: full-pel, vertical, horizontal, both.
-constexpr int modeIndex(ruxHalfPelMode mode)
-{
-    return (mode >> 2) & 3;
-}
 
 template <int width, int height>
 void compensate(int mode, Reference reference, const Block& block, int32_t roundControl);

@@ -1,6 +1,7 @@
 // Motion compensation sample by sample, with the exact prediction.
 #pragma once
 
+#include "video/half_pel_scalar.h"
 #include "video/motion_compensation.h"
 
 namespace rux::RUX_LEVEL {
@@ -9,17 +10,6 @@ namespace {
 inline uint8_t saturatedByte(int32_t value)
 {
     return static_cast<uint8_t>(value < 0 ? 0 : value > 255 ? 255 : value);
-}
-
-// A roundControl above 1 can make an intermediate negative; it is then rounded toward zero.
-template <int mode>
-inline int32_t exactPrediction(const uint8_t* at, ptrdiff_t stride, int32_t roundControl)
-{
-    if (mode == modeIndex(mcHalfVert)) return (at[0] + at[stride] + 1 - roundControl) / 2;
-    if (mode == modeIndex(mcHalfHorz)) return (at[0] + at[1] + 1 - roundControl) / 2;
-    if (mode == modeIndex(mcHalfBoth))
-        return (at[0] + at[1] + at[stride] + at[stride + 1] + 2 - roundControl) / 4;
-    return at[0];
 }
 
 template <int width, int height, int mode>

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "video/half_pel_exact_rows.h"
+#include "video/motion_compensation.h"
 
 namespace rux::RUX_LEVEL {
 namespace {
@@ -18,7 +19,7 @@ void storeResult(Samples16 result, uint8_t* to);
 template <typename Samples, typename Prediction>
 inline void rebuildRow(Prediction prediction, Block& rest)
 {
-    storeResult(packed(widened(prediction) + loadResidual(rest.residual, Samples())), rest.result);
+    storeResult(packed(asWords(prediction) + loadResidual(rest.residual, Samples())), rest.result);
     rest.residual += rest.residualStride;
     rest.result += rest.resultStride;
 }
@@ -114,9 +115,9 @@ struct RoundEven : RoundUp {
 // Two references and an odd roundControl: a one lower and P1 two, floored at 0.
 struct RoundOdd : RoundUp {
     template <typename Samples>
-    static Samples first(Samples a)
+    static Samples half(Samples a, Samples b)
     {
-        return subtractSaturated(a, broadcastByte<Samples>(1));
+        return average(subtractSaturated(a, broadcastByte<Samples>(1)), b);
     }
     template <typename Samples>
     static Samples below(Samples p1)

@@ -1,0 +1,111 @@
+// Measures of a block in columns as wide as a vector. A level gives, before, its sums and the state of its registers:
+//
+//     AbsoluteSum   add(p, s) adds |p - s| of each byte
+//     SquareSum     add(p, s) adds (p - s)^2 of each byte, add(s) its square
+//     SampleSum     add(s) adds each byte
+//     Registers     held while a block is measured
+//
+// and, behind, its absolute differences. No sum of a block leaves 32 bits.
+#pragma once
+
+#include "video/half_pel_samples.h"
+#include "video/metrics.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+template <typename Sum, int mode>
+ruxStatus measure(Reference src, Reference reference, ptrdiff_t, int32_t* result)
+{
+    [[maybe_unused]] const Registers state{};
+    Sum sum;
+    for (int32_t column = 0; column < blockSize; column += static_cast<int32_t>(Samples::size)) {
+        auto rows = exactSampleRows<mode, Samples, ExactUp>({reference.samples + column, reference.stride});
+        const uint8_t* at = src.samples + column;
+#pragma GCC unroll 4
+        for (int32_t y = 0; y < blockSize; ++y) {
+            sum.add(asSamples(rows.next()), Samples::load(at));
+            at += src.stride;
+        }
+    }
+    store(result, sum.total());
+    return ruxStatusOk;
+}
+
+template <typename Sum>
+constexpr Kernel kernels[4] = {measure<Sum, 0>, measure<Sum, 1>, measure<Sum, 2>, measure<Sum, 3>};
+
+inline ruxStatus squares(int mode, Reference src, Reference reference, int32_t* result)
+{
+    return kernels<SquareSum>[mode](src, reference, reference.stride, result);
+}
+
+// One row's prediction; nothing is carried to the next row, for the row below need not be it.
+template <int mode>
+inline Samples predicted(const uint8_t* at, ptrdiff_t below)
+{
+    const Samples a = Samples::load(at);
+    if constexpr (mode == modeIndex(mcHalfVert)) return average(a, Samples::load(at + below));
+    else if constexpr (mode == modeIndex(mcHalfHorz)) return average(a, Samples::load(at + 1));
+    else if constexpr (mode == modeIndex(mcHalfBoth))
+        return asSamples(quarterUp(pairsOf(a, Samples::load(at + 1)),
+                                   pairsOf(Samples::load(at + below), Samples::load(at + below + 1))));
+    else return a;
+}
+
+template <int forwardMode, int backwardMode>
+ruxStatus measureBoth(Reference src, Prediction forward, Prediction backward, int32_t* result)
+{
+    [[maybe_unused]] const Registers state{};
+    SquareSum sum;
+    for (int32_t column = 0; column < blockSize; column += static_cast<int32_t>(Samples::size)) {
+        const uint8_t* at = src.samples + column;
+        const uint8_t* forwardAt = forward.reference.samples + column;
+        const uint8_t* backwardAt = backward.reference.samples + column;
+#pragma GCC unroll 2
+        for (int32_t y = 0; y < blockSize; ++y) {
+            sum.add(average(predicted<forwardMode>(forwardAt, forward.below),
+                            predicted<backwardMode>(backwardAt, backward.below)),
+                    Samples::load(at));
+            at += src.stride;
+            forwardAt += forward.reference.stride;
+            backwardAt += backward.reference.stride;
+        }
+    }
+    store(result, sum.total());
+    return ruxStatusOk;
+}
+
+// [backward][forward]
+constexpr KernelBoth kernelsBoth[4][4] = {
+    {measureBoth<0, 0>, measureBoth<1, 0>, measureBoth<2, 0>, measureBoth<3, 0>},
+    {measureBoth<0, 1>, measureBoth<1, 1>, measureBoth<2, 1>, measureBoth<3, 1>},
+    {measureBoth<0, 2>, measureBoth<1, 2>, measureBoth<2, 2>, measureBoth<3, 2>},
+    {measureBoth<0, 3>, measureBoth<1, 3>, measureBoth<2, 3>, measureBoth<3, 3>},
+};
+
+inline KernelBoth squaresBoth(int forwardMode, int backwardMode)
+{
+    return kernelsBoth[backwardMode][forwardMode];
+}
+
+[[gnu::noinline]] Sums sumsOf(Reference src)
+{
+    [[maybe_unused]] const Registers state{};
+    SampleSum samples;
+    SquareSum squares;
+    for (int32_t column = 0; column < blockSize; column += static_cast<int32_t>(Samples::size)) {
+        const uint8_t* at = src.samples + column;
+#pragma GCC unroll 2
+        for (int32_t y = 0; y < blockSize; ++y) {
+            const Samples s = Samples::load(at);
+            samples.add(s);
+            squares.add(s);
+            at += src.stride;
+        }
+    }
+    return {static_cast<uint32_t>(samples.total()), static_cast<uint32_t>(squares.total())};
+}
+
+}
+}

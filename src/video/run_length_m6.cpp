@@ -1,0 +1,2 @@
+// Run-length encoding, coefficient by coefficient.
+#include "video/run_length_scalar.h"
