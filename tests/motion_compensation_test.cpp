@@ -1,6 +1,7 @@
 // Motion compensation, against the models and the contract's numbers.
 #include <vector>
 
+#include "half_pel_shapes.h"
 #include "model/motion_compensation.h"
 #include "ruxlib.h"
 #include "support/family.h"
@@ -8,14 +9,6 @@
 namespace rux::test {
 
 RUX_FAMILY(MotionCompensation, "motion_compensation");
-
-constexpr int32_t modes[] = {mcFullPel, mcHalfVert, mcHalfHorz, mcHalfBoth};
-
-static int32_t modeOf(Random& random)
-{
-    const int32_t mode = modes[random.below(4)];
-    return random.oneIn(3) ? mode | (static_cast<int32_t>(random.next()) & ~mcHalfBoth) : mode;
-}
 
 // 0 or 1, and what else a level takes: where roundControl is not read anything, where its lowest bit is looked at all
 // that tells the same.
@@ -34,12 +27,6 @@ static void residuals(Random& random, int16_t* row, int count)
     if (random.oneIn(4)) return mixture<int16_t>(random, row, count);
     const int size = random.oneIn(2) ? 300 : 8;
     for (int i = 0; i < count; i++) row[i] = static_cast<int16_t>(random.between(-size, size));
-}
-
-// The samples that a mode reads.
-static Shape sourceShape(int width, int height, int32_t mode)
-{
-    return Shape{width + (mode & mcHalfHorz ? 1 : 0), height + (mode & mcHalfVert ? 1 : 0)};
 }
 
 // An image at the case's stride or upside down; at 16-byte boundaries where w7 asks for them.
@@ -66,8 +53,8 @@ static void sweepOneDirection(FamilyTest& test, const Op& operation, int width, 
 {
     const Level level = test.level();
     test.sweep(operation, blockSweep(80), [&](Case& c, const auto& compare) {
-        const int32_t mode = modeOf(c.random), roundControl = roundOf(c.random, level, width, true);
-        const auto src = imageOf<uint8_t>(c, sourceShape(width, height, mode), false);
+        const int32_t mode = halfPelMode(c.random), roundControl = roundOf(c.random, level, width, true);
+        const auto src = imageOf<uint8_t>(c, halfPelShape(width, height, mode), false);
         const auto dst = imageOf<uint8_t>(c, Shape{width, height}, needsAlignment(level, width));
         const auto diff = imageOf<int16_t>(c, Shape{width, height}, needsAlignment(level, width), residuals);
         compare(src, src.step(), diff, diff.step(), dst, dst.step(), mode, roundControl);
@@ -79,11 +66,11 @@ static void sweepTwoDirections(FamilyTest& test, const Op& operation, int width,
 {
     const Level level = test.level();
     test.sweep(operation, blockSweep(120), [&](Case& c, const auto& compare) {
-        const int32_t modeForward = modeOf(c.random), modeBackward = modeOf(c.random);
+        const int32_t modeForward = halfPelMode(c.random), modeBackward = halfPelMode(c.random);
         const int32_t roundControl = roundOf(c.random, level, width, false);
-        const auto forward = imageOf<uint8_t>(c, sourceShape(width, height, modeForward), false);
+        const auto forward = imageOf<uint8_t>(c, halfPelShape(width, height, modeForward), false);
         const auto dst = imageOf<uint8_t>(c, Shape{width, height}, needsAlignment(level, width));
-        const auto backward = imageOf<uint8_t>(c, sourceShape(width, height, modeBackward), false);
+        const auto backward = imageOf<uint8_t>(c, halfPelShape(width, height, modeBackward), false);
         const auto diff = imageOf<int16_t>(c, Shape{width, height}, needsAlignment(level, width), residuals);
         compare(forward, forward.step(), modeForward, backward, backward.step(), modeBackward, diff, diff.step(), dst,
                 dst.step(), roundControl);
@@ -117,7 +104,7 @@ static void eachSize(const Action& action)
 TEST_P(MotionCompensation, strideOfZero)
 {
     eachSize([&](const auto& one, const auto& two, int width, int height) {
-        for (const int32_t mode : modes) {
+        for (const int32_t mode : halfPelModes) {
             const Image<uint8_t> row(Shape{width + 1, 1}, 1), src(Shape{width + 1, height + 1}, 2);
             const Image<uint8_t> dst(Shape{width, height}, 3);
             const Image<int16_t> residual(Shape{width, 1}, 4, residuals), diff(Shape{width, height}, 5, residuals);
@@ -133,8 +120,8 @@ TEST_P(MotionCompensation, strideOfZero)
 TEST_P(MotionCompensation, inThePlaceOfASource)
 {
     eachSize([&](const auto& one, const auto& two, int width, int height) {
-        for (const int32_t mode : modes) {
-            for (const int32_t otherMode : modes) {
+        for (const int32_t mode : halfPelModes) {
+            for (const int32_t otherMode : halfPelModes) {
                 const Shape shape = Shape{width + 1, height + 1}.withStep(48).at({Edge::start});
                 const Image<uint8_t> picture(shape, 1), other(shape, 2);
                 const Image<int16_t> diff(Shape{width, height}, 3, residuals);
@@ -190,7 +177,7 @@ struct Setting {
 TEST_P(MotionCompensation, otherBitsOfTheModeAreNotRead)
 {
     eachSize([&](const auto& one, const auto& two, int width, int height) {
-        for (const int32_t mode : modes) {
+        for (const int32_t mode : halfPelModes) {
             Setting plain, other;
             for (Setting* s : {&plain, &other}) {
                 s->forward.fill(5, mixture<uint8_t>);
@@ -280,7 +267,7 @@ TEST_P(MotionCompensation, saturates)
                 s.forward.fill(1, constant(static_cast<uint8_t>(sample)));
                 s.backward.fill(1, constant<uint8_t>(200));
                 s.diff.fill(1, constant(static_cast<int16_t>(residual)));
-                for (const int32_t mode : modes) {
+                for (const int32_t mode : halfPelModes) {
                     s.run(one, mode, 0);
                     s.expectEverywhere(residual < 0 ? 0 : 255, width, height);
                     s.runTwo(two, mode, mode, 0);

@@ -2,26 +2,14 @@
 
 #include <algorithm>
 
+#include "model/half_pel.h"
+
 namespace rux::model {
 namespace {
 
 struct Size {
     int width, height;
 };
-
-// The samples around a half-pel place; those that the mode does not name are not read, and 0.
-struct Neighbours {
-    int a, b, c, d;
-};
-
-Neighbours neighbours(const uint8_t* src, int32_t step, ruxHalfPelMode mode, int x, int y)
-{
-    const auto sample = [&](int right, int below) -> int {
-        const bool named = (!right || mode & mcHalfHorz) && (!below || mode & mcHalfVert);
-        return named ? *at(src, step, x + right, y + below) : 0;
-    };
-    return {sample(0, 0), sample(1, 0), sample(0, 1), sample(1, 1)};
-}
 
 uint8_t sat8(int value)
 {
@@ -51,17 +39,6 @@ int dec(int u)
 int decGuard(int u)
 {
     return dec(std::max(u, 1));
-}
-
-// Division rounds toward zero: this matters for a roundControl of 2 alone.
-int exact(const Neighbours& s, ruxHalfPelMode mode, int r)
-{
-    switch (mode & mcHalfBoth) {
-    case mcFullPel: return s.a;
-    case mcHalfHorz: return (s.a + s.b + 1 - r) / 2;
-    case mcHalfVert: return (s.a + s.c + 1 - r) / 2;
-    default: return (s.a + s.b + s.c + s.d + 2 - r) / 4;
-    }
 }
 
 int averaged(const Neighbours& s, ruxHalfPelMode mode)

@@ -1,0 +1,120 @@
+// Filters for the tests of the wavelet transform, and the library's objects made of them.
+#pragma once
+
+#include <cmath>
+
+#include "model/wavelet.h"
+#include "ruxlib.h"
+#include "support/family.h"
+
+namespace rux::test {
+
+using model::FilterPair;
+using model::Plane;
+using model::WaveletFilter;
+
+inline WaveletFilter randomFilter(Random& random)
+{
+    WaveletFilter filter;
+    const int length = random.oneIn(3) ? 2 : random.between(2, 13);
+    for (int i = 0; i < length; i++) {
+        const auto tap = static_cast<float>(random.between(1, 100000)) / 70000;
+        filter.taps.push_back(random.oneIn(2) ? -tap : tap);
+    }
+    filter.anchor = random.between(0, length - 1);
+    return filter;
+}
+
+inline FilterPair randomPair(Random& random)
+{
+    FilterPair pair;
+    pair.low = randomFilter(random);
+    pair.high = randomFilter(random);
+    return pair;
+}
+
+// Ordinary samples, of either sign and none of them 0.
+inline void waveletSamples(Random& random, float* row, int count)
+{
+    for (int i = 0; i < count; i++) {
+        const auto sample = static_cast<float>(random.between(1, 25500000)) / 100000;
+        row[i] = random.oneIn(2) ? -sample : sample;
+    }
+}
+
+// An object of one direction, and its work buffer at any multiple of 4.
+template <class Spec>
+class Transform {
+public:
+    using Create = ruxStatus(RUXCALL*)(Spec**, const float*, int32_t, int32_t, const float*, int32_t, int32_t);
+    using Size = ruxStatus(RUXCALL*)(const Spec*, int32_t*);
+    using Free = ruxStatus(RUXCALL*)(Spec*);
+
+    Transform(Create create, Size sizeOf, Free release, const FilterPair& pair, int misalignment)
+        : release(release)
+    {
+        const Image<float> low = imageOf(pair.low), high = imageOf(pair.high);   // copied: gone after the creation
+        EXPECT_EQ(call(create, &spec, static_cast<const float*>(low.data()), pair.low.length(), pair.low.anchor,
+                       static_cast<const float*>(high.data()), pair.high.length(), pair.high.anchor), 0);
+        EXPECT_EQ(call(sizeOf, static_cast<const Spec*>(spec), &bytes), 0);
+        buffer = std::make_unique<Image<uint8_t>>(vectorOf(bytes).at({Edge::start, 4 * misalignment}));
+    }
+    ~Transform() { EXPECT_EQ(call(release, spec), 0); }
+    Transform(const Transform&) = delete;
+
+    uint8_t* work() const { return buffer->data(); }
+
+    Spec* spec = nullptr;
+    int32_t bytes = -77;
+
+private:
+    static Image<float> imageOf(const WaveletFilter& filter)
+    {
+        Image<float> image(vectorOf(filter.length()));
+        for (int i = 0; i < filter.length(); i++) image.set(i, 0, filter.taps[static_cast<size_t>(i)]);
+        return image;
+    }
+
+    Free release;
+    std::unique_ptr<Image<uint8_t>> buffer;
+};
+
+struct Forward : Transform<ruxWTFwdSpec> {
+    explicit Forward(const FilterPair& pair, int misalignment = 0)
+        : Transform(ruxiWTFwdInitAlloc_32f_C1R, ruxiWTFwdGetBufSize_C1R, ruxiWTFwdFree_32f_C1R, pair, misalignment)
+    {
+    }
+};
+
+struct Inverse : Transform<ruxWTInvSpec> {
+    explicit Inverse(const FilterPair& pair, int misalignment = 0)
+        : Transform(ruxiWTInvInitAlloc_32f_C1R, ruxiWTInvGetBufSize_C1R, ruxiWTInvFree_32f_C1R, pair, misalignment)
+    {
+    }
+};
+
+// The image holds the plane's values, as near as they are told, and nothing else of it has changed.
+inline void expectPlane(const Image<float>& image, const Image<float>& before, const Plane& plane, const char* name)
+{
+    auto expected = before.clone();
+    for (int y = 0; y < image.height(); y++) {
+        for (int x = 0; x < image.width(); x++) {
+            const model::Sample wanted = plane[static_cast<size_t>(y)][static_cast<size_t>(x)];
+            const float value = image.get(x, y);
+            ASSERT_LE(std::fabs(value - wanted.value), wanted.freedom)
+                << name << " at " << x << ", " << y << " is " << value << ", not " << wanted.value;
+            expected.set(x, y, value);
+        }
+    }
+    ASSERT_TRUE(image.equals(expected)) << name << " was written outside its region";
+}
+
+inline SweepOptions waveletSweep()
+{
+    std::vector<int> widths;
+    for (int width = 1; width <= 40; width++) widths.insert(widths.end(), {width, width, width});
+    widths.insert(widths.end(), {63, 64, 65, 100, 255, 256, 257, 258, 259, 260, 261, 300, 511, 512, 513});
+    return imageSweep().widthsOf(widths).heightsOf({1, 2, 3});
+}
+
+}

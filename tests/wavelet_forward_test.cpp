@@ -1,0 +1,268 @@
+// The forward wavelet transform, against the model and the contract's numbers.
+#include "wavelet_filters.h"
+
+namespace rux::test {
+
+RUX_FAMILY(WaveletForward, "wavelet_forward");
+
+// What the transform reads: from the region's first pixel the borders to the left and above, and to the right and below
+// as far as the last output asks.
+static Shape sourceShape(const FilterPair& pair, ruxiSize size)
+{
+    const model::Borders columns = model::analysisBorders(pair);
+    const int anchor = std::max(pair.low.anchor, pair.high.anchor);
+    return Shape{2 * size.width + columns.right, 2 * (size.height - 1) + anchor + 1}.margins(columns.left, columns.left, 0,
+                                                                                         0);
+}
+
+struct Subbands {
+    explicit Subbands(Case& c)
+        : lowLow(c.image<float>()), highLow(c.image<float>()), lowHigh(c.image<float>()), highHigh(c.image<float>())
+    {
+    }
+    explicit Subbands(const Shape& shape) : lowLow(shape, 1), highLow(shape, 2), lowHigh(shape, 3), highHigh(shape, 4) {}
+
+    ruxStatus transform(const Image<float>& src, const Forward& forward) const
+    {
+        return call(ruxiWTFwd_32f_C1R, src.data(), src.step(), lowLow.data(), lowLow.step(), highLow.data(),
+                    highLow.step(), lowHigh.data(), lowHigh.step(), highHigh.data(), highHigh.step(), lowLow.roi(),
+                    forward.spec, forward.work());
+    }
+    const Image<float>& band(bool highVertical, bool highHorizontal) const
+    {
+        if (highVertical) return highHorizontal ? highHigh : highLow;
+        return highHorizontal ? lowHigh : lowLow;
+    }
+
+    Image<float> lowLow, highLow, lowHigh, highHigh;
+};
+
+static void expectTransform(Level level, const FilterPair& pair, const Image<float>& src, const Subbands& bands,
+                            int misalignment, Digest* digest = nullptr)
+{
+    const Image<float> copies[4] = {bands.lowLow.clone(), bands.lowHigh.clone(), bands.highLow.clone(),
+                                    bands.highHigh.clone()};
+    const auto source = src.clone();
+    const Forward forward(pair, misalignment);
+    ASSERT_EQ(bands.transform(src, forward), 0);
+    ASSERT_TRUE(src.equals(source));
+    for (int i = 0; i < 4; i++) {
+        const bool highVertical = i >= 2, highHorizontal = i % 2 == 1;
+        const Image<float>& band = bands.band(highVertical, highHorizontal);
+        const Plane plane = model::forwardBand(level, pair, highVertical, highHorizontal, src.data(), src.step(),
+                                               band.data(), band.step(), band.roi());
+        const char* const names[] = {"LowLow", "LowHigh", "HighLow", "HighHigh"};
+        expectPlane(band, copies[i], plane, names[i]);
+        if (digest) digest->addRegion(band);
+    }
+}
+
+TEST_P(WaveletForward, ruxiWTFwd_32f_C1R)
+{
+    Digest digest;
+    for (Case& c : casesOf(waveletSweep())) {
+        const Note note([&] { return c.describe(); });
+        const FilterPair pair = randomPair(c.random);
+        const int misalignment = c.random.between(0, 15);
+        const auto src = c.image<float>(sourceShape(pair, c.roi()), waveletSamples);
+        const Subbands bands(c);
+        expectTransform(level(), pair, src, bands, misalignment, c.isGolden() ? &digest : nullptr);
+        if (HasFailure()) return;
+    }
+    expectGolden("wavelet_forward", "ruxiWTFwd_32f_C1R", level(), digest);
+}
+
+// Destinations at each place between two boundaries, narrow and at the edge of a block of columns.
+TEST_P(WaveletForward, everyPlaceOfTheDestination)
+{
+    Random random(77);
+    for (const int width : {1, 3, 4, 5, 8, 9, 13, 256, 257, 261}) {
+        for (int place = 0; place < 16; place += width > 13 ? 4 : 1) {
+            const FilterPair pair = randomPair(random);
+            const Image<float> src(sourceShape(pair, {width, 1}), 5, waveletSamples);
+            const Subbands bands{Shape{width, 1}.at({Edge::start, place})};
+            expectTransform(level(), pair, src, bands, place);
+            if (HasFailure()) return;
+        }
+    }
+}
+
+// The fields that the contract lays out.
+struct Object {
+    int32_t magic;
+    void* lowFilter;
+    void* highFilter;
+    int32_t rowBufferLength, rowBufferBytes, leftBorder, rightBorder;
+};
+
+static Object objectOf(const FilterPair& pair, int32_t& bytes)
+{
+    const Forward forward(pair);
+    bytes = forward.bytes;
+    return model::load<Object>(forward.spec);
+}
+
+TEST_P(WaveletForward, bordersAndSizes)
+{
+    const struct { int lowLength, lowAnchor, highLength, highAnchor, left, right; } numbers[] = {
+        {2, 0, 2, 0, 1, -1}, {2, 1, 2, 1, 0, 0}, {2, 0, 2, 1, 1, 0}, {9, 4, 7, 2, 4, 3}, {5, 0, 3, 2, 4, 1}};
+    for (const auto& n : numbers) {
+        FilterPair pair;
+        pair.low = {std::vector<float>(static_cast<size_t>(n.lowLength), 0.5f), n.lowAnchor};
+        pair.high = {std::vector<float>(static_cast<size_t>(n.highLength), 0.5f), n.highAnchor};
+        int32_t bytes;
+        const Object object = objectOf(pair, bytes);
+        const int length = n.left + n.right + 512;
+        EXPECT_EQ(object.magic, 46);
+        EXPECT_EQ(object.leftBorder, n.left);
+        EXPECT_EQ(object.rightBorder, n.right);
+        EXPECT_EQ(object.rowBufferLength, length);
+        EXPECT_EQ(object.rowBufferBytes, (4 * length + 31) / 32 * 32);
+        EXPECT_EQ(bytes, object.rowBufferBytes + 4 * length);
+    }
+}
+
+TEST_P(WaveletForward, creationRefusesWrongArguments)
+{
+    const std::vector<float> taps(4, 0.5f);
+    const float* const low = taps.data();
+    const float* const none = nullptr;
+    ruxWTFwdSpec* const untouched = reinterpret_cast<ruxWTFwdSpec*>(uintptr_t(16));
+    ruxWTFwdSpec* spec = untouched;
+    ruxWTFwdSpec** const nowhere = nullptr;
+    const auto create = [&](ruxWTFwdSpec** to, const float* first, int32_t lowLength, int32_t lowAnchor,
+                            const float* second, int32_t highLength, int32_t highAnchor) {
+        return call(ruxiWTFwdInitAlloc_32f_C1R, to, first, lowLength, lowAnchor, second, highLength, highAnchor);
+    };
+    EXPECT_EQ(create(nowhere, low, 4, 0, low, 4, 0), ruxStatusNullPointer);
+    EXPECT_EQ(create(&spec, none, 4, 0, low, 4, 0), ruxStatusNullPointer);
+    EXPECT_EQ(create(&spec, low, 1, 9, none, 4, 0), ruxStatusNullPointer);
+    for (const int32_t length : {1, 0, -1, INT_MIN}) {
+        EXPECT_EQ(create(&spec, low, length, 9, low, 4, 0), ruxStatusSizeError);
+        EXPECT_EQ(create(&spec, low, 4, 9, low, length, 0), ruxStatusSizeError);
+    }
+    for (const int32_t anchor : {-1, 4, INT_MIN, INT_MAX}) {
+        EXPECT_EQ(create(&spec, low, 4, anchor, low, 4, 0), ruxStatusAnchor);
+        EXPECT_EQ(create(&spec, low, 4, 0, low, 4, anchor), ruxStatusAnchor);
+    }
+    EXPECT_EQ(spec, untouched);
+}
+
+TEST_P(WaveletForward, creationOutOfMemory)
+{
+    const std::vector<float> taps(4, 0.5f);
+    const float* const low = taps.data();
+    forgetBlocks();
+    ruxWTFwdSpec* whole = nullptr;
+    ASSERT_EQ(call(ruxiWTFwdInitAlloc_32f_C1R, &whole, low, 4, 0, low, 4, 0), 0);
+    const int allocations = allocationsAsked();
+    ASSERT_EQ(call(ruxiWTFwdFree_32f_C1R, whole), 0);
+    EXPECT_GT(allocations, 0);
+    forEachRefusal(allocations, [&](bool refused) {
+        ruxWTFwdSpec* spec = reinterpret_cast<ruxWTFwdSpec*>(uintptr_t(16));
+        EXPECT_EQ(call(ruxiWTFwdInitAlloc_32f_C1R, &spec, low, 4, 0, low, 4, 0),
+                  refused ? ruxStatusMemoryAllocated : ruxStatusOk);
+        EXPECT_EQ(spec == nullptr, refused);
+        if (spec) call(ruxiWTFwdFree_32f_C1R, spec);
+    });
+}
+
+// The transform with all arguments right but those that an action has changed.
+struct Arguments {
+    explicit Arguments(const Forward& forward) : spec(forward.spec), buffer(forward.work()) {}
+
+    ruxStatus run() const
+    {
+        return call(ruxiWTFwd_32f_C1R, src, steps[0], bands[0], steps[1], bands[1], steps[2], bands[2], steps[3],
+                    bands[3], steps[4], size, spec, buffer);
+    }
+
+    Image<float> source{Shape{6, 6}.margins(2, 2, 0, 0), 1}, planes[4] = {
+        Image<float>(Shape{2, 2}, 2), Image<float>(Shape{2, 2}, 3), Image<float>(Shape{2, 2}, 4),
+        Image<float>(Shape{2, 2}, 5)};
+    const float* src = source.data();
+    float* bands[4] = {planes[0].data(), planes[1].data(), planes[2].data(), planes[3].data()};
+    int32_t steps[5] = {source.step(), 8, 8, 8, 8};
+    ruxiSize size = {2, 2};
+    const ruxWTFwdSpec* spec;
+    uint8_t* buffer;
+};
+
+TEST_P(WaveletForward, transformRefusesWrongArguments)
+{
+    FilterPair pair;
+    pair.low = pair.high = {{0.5f, 0.5f}, 1};
+    const Forward forward(pair);
+    const auto status = [&](const std::function<void(Arguments&)>& change) {
+        Arguments arguments(forward);
+        change(arguments);
+        const ruxStatus result = arguments.run();
+        for (int i = 0; i < 4 && result != 0; i++) {
+            EXPECT_TRUE(arguments.planes[i].equals(Image<float>(Shape{2, 2}, static_cast<uint64_t>(i) + 2)));
+        }
+        return result;
+    };
+    EXPECT_EQ(status([](Arguments&) {}), 0);
+    EXPECT_EQ(status([](Arguments& a) { a.spec = nullptr, a.buffer = nullptr; }), ruxStatusNullPointer);
+    EXPECT_EQ(status([](Arguments& a) { a.buffer = nullptr, a.size = {0, 0}; }), ruxStatusNullPointer);
+    EXPECT_EQ(status([](Arguments& a) { a.src = nullptr, a.size = {0, 0}; }), ruxStatusNullPointer);
+    for (int i = 0; i < 4; i++) {
+        EXPECT_EQ(status([=](Arguments& a) { a.bands[i] = nullptr, a.size = {0, 0}; }), ruxStatusNullPointer);
+    }
+    for (const ruxiSize size : {ruxiSize{0, 2}, ruxiSize{2, 0}, ruxiSize{-1, 2}, ruxiSize{2, INT_MIN}}) {
+        EXPECT_EQ(status([=](Arguments& a) { a.size = size, a.steps[0] = 0; }), ruxStatusSizeError);
+    }
+    for (int i = 0; i < 5; i++) {
+        for (const int32_t step : {0, -8, INT_MIN}) {
+            EXPECT_EQ(status([=](Arguments& a) { a.steps[i] = step; }), ruxStatusStepError);
+        }
+    }
+}
+
+// Another tag, and filters that are not there: refused before all other pointers, and nothing is released.
+TEST_P(WaveletForward, unsoundObjects)
+{
+    FilterPair pair;
+    pair.low = pair.high = {{0.5f, 0.5f}, 1};
+    const Forward forward(pair);
+    const auto sound = model::load<Object>(forward.spec);
+    Object unsound[5] = {sound, sound, sound, sound, sound};
+    unsound[0].magic = 47;
+    unsound[1].lowFilter = nullptr;
+    unsound[2].highFilter = nullptr;
+    unsound[3].leftBorder = -1;
+    unsound[4].rightBorder = -2;
+    for (const Object& object : unsound) {
+        model::store(forward.spec, object);
+        const int blocks = outstandingBlocks();
+        Arguments arguments(forward);
+        arguments.buffer = nullptr;
+        EXPECT_EQ(arguments.run(), ruxStatusContextMismatch);
+        int32_t* const nowhere = nullptr;
+        EXPECT_EQ(call(ruxiWTFwdGetBufSize_C1R, arguments.spec, nowhere), ruxStatusContextMismatch);
+        EXPECT_EQ(call(ruxiWTFwdFree_32f_C1R, forward.spec), ruxStatusContextMismatch);
+        EXPECT_EQ(outstandingBlocks(), blocks);
+        model::store(forward.spec, sound);
+    }
+    int32_t* const nowhere = nullptr;
+    int32_t size = 0;
+    ruxWTFwdSpec* const none = nullptr;
+    EXPECT_EQ(call(ruxiWTFwdGetBufSize_C1R, static_cast<const ruxWTFwdSpec*>(forward.spec), nowhere),
+              ruxStatusNullPointer);
+    EXPECT_EQ(call(ruxiWTFwdGetBufSize_C1R, static_cast<const ruxWTFwdSpec*>(none), &size), ruxStatusNullPointer);
+    EXPECT_EQ(call(ruxiWTFwdFree_32f_C1R, none), ruxStatusNullPointer);
+}
+
+// The object of the other direction.
+TEST_P(WaveletForward, objectOfTheInverse)
+{
+    FilterPair pair;
+    pair.low = pair.high = {{0.5f, 0.5f}, 1};
+    const Inverse inverse(pair);
+    const Forward forward(pair);
+    Arguments arguments(forward);
+    arguments.spec = reinterpret_cast<const ruxWTFwdSpec*>(inverse.spec);
+    EXPECT_EQ(arguments.run(), ruxStatusContextMismatch);
+}
+
+}
