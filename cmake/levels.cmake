@@ -6,7 +6,7 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     set(rux_plain_flags -march=i586 -mno-mmx -mno-sse -mfpmath=387)
     set(rux_flags_px ${rux_plain_flags})
     set(rux_flags_m6 -march=i586 -mmmx -mno-sse -mfpmath=387)
-    set(rux_flags_a6 -march=i686 -mtune=generic -msse -mno-sse2 -mfpmath=387)
+    set(rux_flags_a6 -march=i686 -msse -mno-sse2 -mfpmath=387)
     set(rux_flags_w7 -march=i686 -mtune=generic -msse2 -mfpmath=sse)   # i686 alone splits unaligned vector loads
     set(rux_stack_flags -mstackrealign)   # a host may call with a stack on a 4-byte boundary only
 else()
