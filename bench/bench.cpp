@@ -115,8 +115,12 @@ void run(const Options& options)
     addArith(cases);
     addStatistics(cases);
     addColour(cases);
+    addColourTransforms(cases);
+    addFilter(cases);
     addResize(cases);
+    addAnalysis(cases);
     addVideo(cases);
+    addVideoEncode(cases);
     addVideoStream(cases);
 
     printHeading();

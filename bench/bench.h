@@ -41,8 +41,12 @@ void addChannels(Cases& cases);
 void addArith(Cases& cases);
 void addStatistics(Cases& cases);
 void addColour(Cases& cases);
+void addColourTransforms(Cases& cases);
+void addFilter(Cases& cases);
+void addAnalysis(Cases& cases);
 void addResize(Cases& cases);
 void addVideo(Cases& cases);
+void addVideoEncode(Cases& cases);
 void addVideoStream(Cases& cases);
 
 }

@@ -11,12 +11,6 @@ namespace {
 
 constexpr Size dctBlock = {blockSide, blockSide};
 
-template <typename Sample>
-size_t offset(const Image<Sample>& image, int32_t x, int32_t y)
-{
-    return static_cast<size_t>(y) * (image.step() / sizeof(Sample)) + x;
-}
-
 // Each sample block of an image and its coefficients.
 template <typename Sample, typename Call>
 MakeWork transforming(Call call)
@@ -110,13 +104,6 @@ void addQuantisation(Cases& cases)
                      "", nullptr});
 }
 
-// A reference image with room for half-pel neighbours; vectors point away from any boundary.
-Size referenceSize(Size size)
-{
-    return {size.width + 16, size.height + 1};
-}
-constexpr int32_t forwardVector = 5, backwardVector = 10;
-
 template <typename Call>
 MakeWork predicting(Size block, Call call)
 {
@@ -149,13 +136,6 @@ MakeWork predictingFromTwo(Size block, Call call)
                     }};
     };
 }
-
-struct Mode {
-    const char* name;
-    ruxHalfPelMode value;
-};
-constexpr Mode modes[] = {
-    {" full", mcFullPel}, {" half vert", mcHalfVert}, {" half horz", mcHalfHorz}, {" half both", mcHalfBoth}};
 
 template <typename Operation>
 void addPrediction(Cases& cases, const char* name, Size block, Operation operation)

@@ -1,13 +1,15 @@
-// Coefficient blocks to time with: few and small values away from the DC, as coded pictures have them.
+// Blocks to time with: those of coefficients, and those of pictures and what predicts them.
 #pragma once
 
 #include "image.h"
+#include "ruxlib.h"
 
 namespace rux::bench {
 
 constexpr int32_t blockSide = 8, blockElements = 64;
 
-// As many blocks as an image of the size holds, one after another.
+// As many blocks of coefficients as an image of the size holds, one after another: few and small values away from the
+// DC, as coded pictures have them.
 class Blocks {
 public:
     explicit Blocks(Size size)
@@ -38,5 +40,25 @@ void forBlocks(Size size, Size block, Each each)
     for (int32_t y = 0; y + block.height <= size.height; y += block.height)
         for (int32_t x = 0; x + block.width <= size.width; x += block.width) each(x, y);
 }
+
+template <typename Sample>
+inline size_t offset(const Image<Sample>& image, int32_t x, int32_t y)
+{
+    return static_cast<size_t>(y) * (image.step() / sizeof(Sample)) + x;
+}
+
+// A reference image with room for half-pel neighbours; vectors point away from any boundary.
+inline Size referenceSize(Size size)
+{
+    return {size.width + 16, size.height + 1};
+}
+constexpr int32_t forwardVector = 5, backwardVector = 10;
+
+struct Mode {
+    const char* name;
+    ruxHalfPelMode value;
+};
+inline constexpr Mode modes[] = {
+    {" full", mcFullPel}, {" half vert", mcHalfVert}, {" half horz", mcHalfHorz}, {" half both", mcHalfBoth}};
 
 }

@@ -4,10 +4,10 @@
 #include <stdexcept>
 
 #include "bench.h"
+#include "mpeg2/code_lists.h"
+#include "mpeg2/constants.h"
 #include "ruxlib.h"
-#include "ruxplay/code_lists.h"
 #include "ruxplay/code_tables.h"
-#include "ruxplay/constants.h"
 
 namespace rux::bench {
 namespace {

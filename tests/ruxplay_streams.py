@@ -3,7 +3,7 @@ import itertools
 import re
 from pathlib import Path
 
-lists = Path(__file__).resolve().parent.parent / "examples" / "ruxplay"
+lists = Path(__file__).resolve().parent.parent / "examples" / "mpeg2"
 
 
 def start_codes(stream, code):

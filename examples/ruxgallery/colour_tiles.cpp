@@ -6,22 +6,6 @@ namespace {
 
 constexpr int magnification = 4;
 
-Picture beside(const Picture& left, const Picture& right)
-{
-    Picture result(left.width + right.width, left.height);
-    require(ruxiCopy_8u_C3R(left.pixels.data(), left.step(), result.at(0, 0), result.step(), sizeOf(left)));
-    require(ruxiCopy_8u_C3R(right.pixels.data(), right.step(), result.at(left.width, 0), result.step(), sizeOf(right)));
-    return result;
-}
-
-// A detail from the middle height of the picture before the road and, to the right of it, after.
-Picture detail(const Picture& before, const Picture& after)
-{
-    const ruxiSize size = {before.width / magnification / 2, before.height / magnification};
-    const ruxiRect place = {before.width / 4, before.height * 3 / 8, size.width, size.height};
-    return magnified(beside(part(before, place), part(after, place)), magnification);
-}
-
 std::string meanDifference(const Picture& before, const Picture& after)
 {
     double norm[3] = {};
@@ -73,7 +57,7 @@ Tile planes(const Picture& picture)
     resize(split.planes[0], small, ruxInterpolationSuperSample);
     require(ruxiSet_8u_C1R(24, sheet.data(), sheet.step(), sheet.size()));
     const auto put = [&](const Plane& plane, int x, int y) {
-        require(ruxiCopy_8u_C1R(plane.data(), plane.step(), sheet.data() + y * sheet.step() + x, sheet.step(), chroma));
+        require(ruxiCopy_8u_C1R(plane.data(), plane.step(), sheet.at(x, y), sheet.step(), chroma));
     };
     put(small, 0, chroma.height / 2);
     put(split.planes[1], chroma.width, 0);
@@ -90,7 +74,8 @@ Tile detailOf(Road road, const char* title, const char* operations, const Pictur
     Picture before = picture, after;
     stripe(before);
     const double seconds = road(before, after);
-    return {title, operations, meanDifference(before, after), seconds, detail(before, after)};
+    return {title, operations, meanDifference(before, after), seconds,
+            beforeAndAfter(before, after, magnification)};
 }
 
 Tile changesOf(Road road, const char* title, const char* operations, const Picture& picture)

@@ -19,6 +19,14 @@ struct PlaneArguments {
     }
 };
 
+Picture beside(const Picture& left, const Picture& right)
+{
+    Picture result(left.width + right.width, left.height);
+    require(ruxiCopy_8u_C3R(left.pixels.data(), left.step(), result.at(0, 0), result.step(), sizeOf(left)));
+    require(ruxiCopy_8u_C3R(right.pixels.data(), right.step(), result.at(left.width, 0), result.step(), sizeOf(right)));
+    return result;
+}
+
 }
 
 Planes420 emptyPlanes(ruxiSize size)
@@ -37,6 +45,14 @@ void toPicture(const Planes420& planes, Picture& picture)
     const PlaneArguments src(planes);
     require(ruxiYCbCr420ToRGB_8u_P3C3R(src.constData, src.steps, picture.pixels.data(), picture.step(),
                                        sizeOf(picture)));
+}
+
+Plane interleaved422(const Picture& picture)
+{
+    Plane result({picture.width * 2, picture.height});
+    require(ruxiRGBToYCbCr422_8u_C3C2R(picture.pixels.data(), picture.step(), result.data(), result.step(),
+                                       sizeOf(picture)));
+    return result;
 }
 
 Plane luma(const Picture& picture)
@@ -79,6 +95,14 @@ Picture part(const Picture& picture, ruxiRect place)
     return result;
 }
 
+Plane bordered(const Plane& plane, int border)
+{
+    Plane result({plane.width + 2 * border, plane.height + 2 * border});
+    require(ruxiCopyReplicateBorder_8u_C1R(plane.data(), plane.step(), plane.size(), result.data(), result.step(),
+                                           result.size(), border, border));
+    return result;
+}
+
 // Every other row is an image of twice the stride. Every other pixel of rows without gaps is an image one pixel wide
 // with a stride of two pixels, which begins anew in each row where the width is odd.
 void stripe(Picture& picture)
@@ -109,4 +133,11 @@ Picture magnified(const Picture& picture, int times)
     for (int y = 0; y < result.height; ++y)
         for (int x = 0; x < result.width; ++x) std::copy_n(picture.at(x / times, y / times), 3, result.at(x, y));
     return result;
+}
+
+Picture beforeAndAfter(const Picture& before, const Picture& after, int times)
+{
+    const ruxiSize size = {before.width / 2 / times, before.height / times};
+    const ruxiRect place = {before.width / 4, (before.height - size.height) / 2, size.width, size.height};
+    return magnified(beside(part(before, place), part(after, place)), times);
 }

@@ -23,6 +23,8 @@ struct Image {
     int step() const { return width * int(sizeof(Element)); }
     Element* data() { return elements.data(); }
     const Element* data() const { return elements.data(); }
+    Element* at(int x, int y) { return data() + size_t(y) * size_t(width) + size_t(x); }
+    const Element* at(int x, int y) const { return data() + size_t(y) * size_t(width) + size_t(x); }
 };
 
 using Plane = Image<uint8_t>;
@@ -48,11 +50,14 @@ Planes420 emptyPlanes(ruxiSize size);
 void toPlanes(const Picture& picture, Planes420& planes);
 void toPicture(const Planes420& planes, Picture& picture);
 
+Plane interleaved422(const Picture& picture);             // Y0 Cb Y1 Cr, two bytes a pixel
+
 Plane luma(const Picture& picture);
 Picture grey(const Plane& plane);                         // R = G = B = the plane
 FloatImage floats(const Picture& picture);                // three channels, interleaved
 Picture rounded(const FloatImage& image);                 // the way back, saturated
 Picture part(const Picture& picture, ruxiRect place);
+Plane bordered(const Plane& plane, int border);           // its edges repeated outward on all sides
 
 // Red and blue exchanged in place in every other row of the upper half and every other column of the lower half.
 void stripe(Picture& picture);
@@ -62,3 +67,7 @@ void resize(const Planes420& planes, Planes420& result, ruxInterpolation interpo
 
 // Each pixel as a square of so many pixels: to look at, no picture work.
 Picture magnified(const Picture& picture, int times);
+
+// A detail from the middle height of a picture and, to the right of it, of what became of the picture. Together they
+// are as large as the picture.
+Picture beforeAndAfter(const Picture& before, const Picture& after, int times);

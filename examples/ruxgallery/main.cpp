@@ -56,7 +56,8 @@ void make(const std::string& input, const std::string& output)
         throw std::runtime_error(input + ": " + measure(original) + " is too small or too narrow for a gallery");
     std::vector<Section> sections;
     size_t tiles = 0;
-    for (const Family& family : {movementTiles(), arithTiles(), colourTiles(), geometryTiles()}) {
+    for (const Family& family : {movementTiles(), arithTiles(), filterTiles(), colourTiles(), colourModelTiles(),
+                                 fewerColoursTiles(), geometryTiles(), analysisTiles()}) {
         Section section{family.name, {}};
         for (const TileMaker maker : family.tiles) section.tiles.push_back(maker(picture));
         tiles += section.tiles.size();

@@ -105,7 +105,7 @@ Tile replicatedBorder(const Picture& picture)
     const ruxiSize middle = {picture.width - 2 * border, picture.height - 2 * border};
     Plane result(source.size());
     const double seconds = timed([&] {
-        require(ruxiCopyReplicateBorder_8u_C1R(source.data() + border * source.step() + border, source.step(), middle,
+        require(ruxiCopyReplicateBorder_8u_C1R(source.at(border, border), source.step(), middle,
                                                result.data(), result.step(), result.size(), border, border));
     });
     const std::string width = std::to_string(border);

@@ -28,8 +28,12 @@ struct Family {
 
 Family movementTiles();
 Family arithTiles();
+Family filterTiles();
 Family colourTiles();
+Family colourModelTiles();
+Family fewerColoursTiles();
 Family geometryTiles();
+Family analysisTiles();
 
 // The fastest of a few calls. prepare runs before each of them, outside the measurement.
 template <typename Prepare, typename Call>

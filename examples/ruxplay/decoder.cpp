@@ -4,15 +4,6 @@
 
 namespace {
 
-enum : uint32_t {
-    sequenceExtension = 1,
-    matrixExtension = 3,
-    sequenceScalableExtension = 5,
-    pictureCodingExtension = 8,
-    spatialScalableExtension = 9,
-    temporalScalableExtension = 10
-};
-
 void requireWhole(const BitReader& bits, const BitReader& end)
 {
     if (bits.isBehind(end)) throw Damage("a header is cut short");

@@ -6,10 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "code_tables.h"
+#include "coded_picture.h"
 #include "frame.h"
 #include "headers.h"
-#include "macroblock.h"
 #include "stream.h"
 
 struct DecodingReport {

@@ -33,9 +33,9 @@ bool Decoder::beginPicture()
         drop("it is predicted from a picture that the stream does not hold");
         return false;
     }
-    picture_.emplace(CodedPicture{codes_, header_, matrices_, sequence_->macroblocksAcross(),
-                                  sequence_->macroblocksDown(), sequence_->chromaFormat, &unusedFrame(),
-                                  {forward, isB ? later_ : nullptr}, {}});
+    picture_.emplace(CodedPicture{{sequence_->chromaFormat, &unusedFrame(), {forward, isB ? later_ : nullptr}},
+                                  codes_, header_, matrices_, sequence_->macroblocksAcross(),
+                                  sequence_->macroblocksDown(), {}});
     picture_->decoded.assign(size_t(picture_->macroblocksAcross) * size_t(picture_->macroblocksDown), false);
     picture_->frame->progressive = sequence_->progressive;
     picture_->frame->topFieldFirst = header_.topFieldFirst;

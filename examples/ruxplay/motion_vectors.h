@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bitstream.h"
-#include "macroblock.h"
+#include "coded_picture.h"
 
 class MotionVectors {
 public:

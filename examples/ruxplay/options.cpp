@@ -1,6 +1,5 @@
 #include "options.h"
 
-#include <charconv>
 #include <string_view>
 
 #include "level.h"
@@ -9,20 +8,13 @@ namespace {
 
 constexpr int largestSide = 8192;
 
-// A whole number from 1 to most.
-template <typename Number>
-bool readNumber(std::string_view text, Number most, Number& number)
-{
-    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return failure == std::errc() && end == text.data() + text.size() && number >= 1 && number <= most;
-}
-
 ruxiSize readSize(const std::string& text)
 {
     const size_t cross = text.find('x');
     ruxiSize size = {};
-    if (cross == std::string::npos || !readNumber(std::string_view(text).substr(0, cross), largestSide, size.width) ||
-        !readNumber(std::string_view(text).substr(cross + 1), largestSide, size.height))
+    if (cross == std::string::npos ||
+        !readNumber(std::string_view(text).substr(0, cross), 1, largestSide, size.width) ||
+        !readNumber(std::string_view(text).substr(cross + 1), 1, largestSide, size.height))
         throw WrongUsage("--scale wants WIDTHxHEIGHT, such as 320x240, each from 1 to 8192");
     return size;
 }
@@ -53,7 +45,7 @@ Options readOptions(int argc, char** argv)
         } else if (word == "--scale") {
             options.scale = readSize(value());
         } else if (word == "--frames") {
-            if (!readNumber(value(), size_t(1000000000), options.frames))
+            if (!readNumber<size_t>(value(), 1, 1000000000, options.frames))
                 throw WrongUsage("--frames wants a number from 1");
         } else if (word == "--level" && canChooseLevel()) {
             if (!chooseLevel(value())) throw WrongUsage("--level wants px, m6, a6 or w7");

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <optional>
-#include <stdexcept>
 #include <string>
 
+#include "command_line.h"
 #include "ruxlib.h"
 
 struct Options {
@@ -17,10 +17,6 @@ struct Options {
     size_t frames = 0;    // 0: all
     bool quiet = false;
     bool help = false;
-};
-
-struct WrongUsage : std::runtime_error {
-    using std::runtime_error::runtime_error;
 };
 
 Options readOptions(int argc, char** argv);   // throws WrongUsage

@@ -7,17 +7,7 @@
 #include <vector>
 
 #include "bitstream.h"
-
-// Values of the byte behind the prefix 00 00 01.
-enum : uint8_t {
-    pictureStart = 0x00,
-    firstSliceStart = 0x01,
-    lastSliceStart = 0xAF,
-    sequenceHeaderStart = 0xB3,
-    extensionStart = 0xB5,
-    sequenceEnd = 0xB7,
-    groupStart = 0xB8
-};
+#include "syntax.h"
 
 struct StartCode {
     uint8_t code;

@@ -7,6 +7,8 @@
 #include <stb/stb_image.h>
 #include <stb/stb_image_write.h>
 
+#include "whole_file.h"
+
 Picture readPicture(const std::string& path)
 {
     int width = 0, height = 0, channels = 0;
@@ -20,6 +22,11 @@ Picture readPicture(const std::string& path)
 
 void writePng(const std::string& path, const Picture& picture)
 {
-    if (!stbi_write_png(path.c_str(), picture.width, picture.height, 3, picture.pixels.data(), picture.step()))
-        throw std::runtime_error("cannot write " + path);
+    WholeFile file(path);
+    const auto write = [](void* target, void* bytes, int count) {
+        static_cast<WholeFile*>(target)->write(bytes, size_t(count));
+    };
+    if (!stbi_write_png_to_func(write, &file, picture.width, picture.height, 3, picture.pixels.data(), picture.step()))
+        throw std::runtime_error("not enough memory to write " + path);
+    file.finish();
 }

@@ -4,6 +4,8 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <mutex>
+#include <set>
 
 #include "support/note.h"
 #include "support/per_thread.h"
@@ -15,6 +17,10 @@ RUX_PER_THREAD bool insideLibrary = false;
 std::atomic<int> blocks{0}, asked{0};
 std::atomic<int> untilRefusal{0};   // 1: the next allocation is refused; 0 and below: none
 StandInAllocator* standIn = nullptr;
+
+// The blocks of the real allocator: those that a contract leaks are found here.
+std::mutex liveMutex;
+std::set<void*> live;
 
 // The time in a stand-in is not the library's.
 class OutsideLibrary {
@@ -37,6 +43,9 @@ int allocationsAsked()
 
 void forgetBlocks()
 {
+    const std::lock_guard lock(liveMutex);
+    for (void* block : live) std::free(block);
+    live.clear();
     blocks = 0;
     asked = 0;
 }
@@ -104,8 +113,16 @@ void* __wrap_malloc(size_t bytes)
     asked++;
     if (untilRefusal-- == 1) return nullptr;
     const OutsideLibrary outside;
-    void* const block = standIn ? standIn->allocate(bytes) : __real_malloc(bytes);
-    if (block) blocks++;
+    if (standIn) {
+        void* const block = standIn->allocate(bytes);
+        if (block) blocks++;
+        return block;
+    }
+    void* const block = __real_malloc(bytes);
+    if (!block) return nullptr;
+    blocks++;
+    const std::lock_guard lock(liveMutex);
+    live.insert(block);
     return block;
 }
 
@@ -115,8 +132,12 @@ void __wrap_free(void* block)
     if (!insideLibrary) return __real_free(block);
     const OutsideLibrary outside;
     if (block) blocks--;
-    if (standIn) standIn->release(block);
-    else __real_free(block);
+    if (standIn) return standIn->release(block);
+    {
+        const std::lock_guard lock(liveMutex);
+        live.erase(block);
+    }
+    __real_free(block);
 }
 
 }

@@ -11,7 +11,8 @@
 
 namespace rux::test {
 
-// Blocks that the library has allocated and not freed since the last forgetBlocks().
+// Blocks that the library has allocated and not freed since the last forgetBlocks(); that frees them, since nobody else
+// would.
 int outstandingBlocks();
 void forgetBlocks();
 

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "headers.h"
+#include "syntax.h"
 #include "ruxlib.h"
 
 struct Plane {

@@ -1,17 +1,18 @@
-// One macroblock as the stream describes it, and what decoding it needs to know of its picture.
+// One macroblock as the stream describes it, and the pictures that its prediction works on.
 #pragma once
 
-#include <vector>
+#include <cstdint>
 
-#include "code_tables.h"
-#include "constants.h"
 #include "frame.h"
-#include "headers.h"
+#include "syntax.h"
 
 struct MotionVector {
     int x = 0;   // in half samples
     int y = 0;   // in half samples of the frame, or of the field in field and dual-prime prediction
 };
+
+inline bool operator==(MotionVector a, MotionVector b) { return a.x == b.x && a.y == b.y; }
+inline bool operator!=(MotionVector a, MotionVector b) { return !(a == b); }
 
 enum class MotionType { field = 1, frame = 2, dualPrime = 3 };
 
@@ -28,28 +29,16 @@ struct Macroblock {
     uint32_t codedBlocks = 0;      // block 0 in bit 0
 };
 
-// One picture in decoding.
-struct CodedPicture {
-    const CodeTables& codes;
-    PictureHeader header;
-    Matrices matrices;
-    int macroblocksAcross = 0;
-    int macroblocksDown = 0;
+// A frame in the making and those that it is predicted from.
+struct PredictedFrame {
     ChromaFormat chromaFormat = ChromaFormat::yuv420;
     Frame* frame = nullptr;
     const Frame* reference[2] = {};   // forward, backward; null where there is none
-    std::vector<bool> decoded;        // of each macroblock
-
-    int blockCount() const { return chromaFormat == ChromaFormat::yuv420 ? 6 : 8; }
 };
 
-// Reads one code; throws Damage where the stream holds none.
-int readCode(BitReader& bits, const CodeTable& table, const char* what);
-
-// The same for the codes in which a single 1 stands for the commonest value.
-inline int readCode(BitReader& bits, const CodeTable& table, const char* what, int commonest)
+// The vector of a chroma block.
+inline MotionVector chromaVector(MotionVector vector, ChromaFormat chromaFormat)
 {
-    if (bits.peek(1) == 0) return readCode(bits, table, what);
-    bits.skip(1);
-    return commonest;
+    if (chromaFormat == ChromaFormat::yuv422) return {vector.x / 2, vector.y};
+    return {vector.x / 2, vector.y / 2};
 }

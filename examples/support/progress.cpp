@@ -21,7 +21,12 @@ void Progress::advance()
 void Progress::draw()
 {
     constexpr size_t width = 40;
-    const size_t filled = expected_ ? std::min(width, width * done_ / expected_) : width;
+    if (expected_ == 0) {
+        std::fprintf(stderr, "\r%zu pictures  %.0f frames/s ", done_, double(done_) / seconds());
+        std::fflush(stderr);
+        return;
+    }
+    const size_t filled = std::min(width, width * done_ / expected_);
     const std::string bar = std::string(filled, '#') + std::string(width - filled, '.');
     std::fprintf(stderr, "\r[%s] %zu of %zu  %.0f frames/s ", bar.c_str(), done_, expected_, double(done_) / seconds());
     std::fflush(stderr);

@@ -7,7 +7,7 @@
 
 using File = std::shared_ptr<FILE>;
 
-// Both throw std::runtime_error with the reason; "-" is the standard output.
+// Both throw std::runtime_error with the reason; "-" is the standard input or output.
 File openForReading(const std::string& path);
 File openForWriting(const std::string& path);
 

@@ -7,6 +7,7 @@
 
 class Progress {
 public:
+    // expected: 0 where it is not known.
     Progress(size_t expected, bool visible) : expected_(expected), visible_(visible) {}
 
     void advance();                        // by one picture

@@ -24,7 +24,11 @@ File open(const std::string& path, const char* mode)
 
 File openForReading(const std::string& path)
 {
-    return open(path, "rb");
+    if (path != "-") return open(path, "rb");
+#ifdef _WIN32
+    _setmode(_fileno(stdin), _O_BINARY);
+#endif
+    return File(stdin, [](FILE*) {});
 }
 
 File openForWriting(const std::string& path)

@@ -8,26 +8,23 @@ using OneDirection = decltype(&ruxiMC16x16_8u_C1);
 using TwoDirections = decltype(&ruxiMC16x16B_8u_C1);
 
 struct Kernel {
-    int width;
-    int height;
+    ruxiSize block;
     OneDirection one;
     TwoDirections two;
 };
 
 const Kernel luma[2] = {   // a frame's block, a field's block
-    {16, 16, ruxiMC16x16_8u_C1, ruxiMC16x16B_8u_C1},
-    {16, 8, ruxiMC16x8_8u_C1, ruxiMC16x8B_8u_C1},
+    {{16, 16}, ruxiMC16x16_8u_C1, ruxiMC16x16B_8u_C1},
+    {{16, 8}, ruxiMC16x8_8u_C1, ruxiMC16x8B_8u_C1},
 };
 const Kernel chroma420[2] = {
-    {8, 8, ruxiMC8x8_8u_C1, ruxiMC8x8B_8u_C1},
-    {8, 4, ruxiMC8x4_8u_C1, ruxiMC8x4B_8u_C1},
+    {{8, 8}, ruxiMC8x8_8u_C1, ruxiMC8x8B_8u_C1},
+    {{8, 4}, ruxiMC8x4_8u_C1, ruxiMC8x4B_8u_C1},
 };
 const Kernel chroma422[2] = {
-    {8, 16, ruxiMC8x16_8u_C1, ruxiMC8x16B_8u_C1},
-    {8, 8, ruxiMC8x8_8u_C1, ruxiMC8x8B_8u_C1},
+    {{8, 16}, ruxiMC8x16_8u_C1, ruxiMC8x16B_8u_C1},
+    {{8, 8}, ruxiMC8x8_8u_C1, ruxiMC8x8B_8u_C1},
 };
-
-constexpr int wholeFrame = -1;   // or 0, 1: the lines of the top, the bottom field
 
 // A prediction's source: a vector into a frame or into one of its fields.
 struct Reference {
@@ -36,28 +33,9 @@ struct Reference {
     MotionVector vector;
 };
 
-struct Source {
-    const uint8_t* samples;
-    ruxHalfPelMode mode;
-};
-
-// Places a block in its reference plane. x and y are the block's own place, y in lines of frame or field.
-Source place(const Plane& plane, int lines, int x, int y, const Kernel& kernel, MotionVector vector)
-{
-    const int halfX = vector.x & 1, halfY = vector.y & 1;
-    x += vector.x >> 1;
-    y += vector.y >> 1;
-    const bool fields = lines != wholeFrame;
-    const int height = fields ? plane.height / 2 : plane.height;
-    if (x < 0 || y < 0 || x + kernel.width + halfX > plane.width || y + kernel.height + halfY > height)
-        throw Damage("a motion vector points outside the picture");
-    const int64_t row = fields ? 2 * int64_t(y) + lines : y;
-    return {plane.samples + row * plane.step + x, halfX * mcHalfHorz + halfY * mcHalfVert};
-}
-
 class Predictor {
 public:
-    Predictor(const CodedPicture& picture, const Macroblock& macroblock, const Residual& residual)
+    Predictor(const PredictedFrame& picture, const Macroblock& macroblock, const Residual& residual)
         : picture_(picture), macroblock_(macroblock), residual_(residual)
     {
     }
@@ -71,9 +49,7 @@ public:
 private:
     MotionVector vectorOf(int plane, MotionVector vector) const
     {
-        if (plane == 0) return vector;
-        if (picture_.chromaFormat == ChromaFormat::yuv422) return {vector.x / 2, vector.y};
-        return {vector.x / 2, vector.y / 2};
+        return plane == 0 ? vector : chromaVector(vector, picture_.chromaFormat);
     }
 
     void runPlane(int plane, int lines, const Reference& first, const Reference* second)
@@ -82,8 +58,8 @@ private:
         const Kernel* const shapes =
             plane == 0 ? luma : picture_.chromaFormat == ChromaFormat::yuv420 ? chroma420 : chroma422;
         const Kernel& kernel = shapes[fields];
-        const int x = macroblock_.x * kernel.width;
-        const int y = macroblock_.y * kernel.height;
+        const int x = macroblock_.x * kernel.block.width;
+        const int y = macroblock_.y * kernel.block.height;
         const Plane& target = (*picture_.frame)[plane];
         const int32_t step = fields ? 2 * target.step : target.step;
         uint8_t* const dst = target.samples + int64_t(y) * step + x + (lines == 1 ? target.step : 0);
@@ -91,16 +67,18 @@ private:
         const int16_t* const diff = residual_.samples[plane] + (lines == 1 ? rowStep / 2 : 0);
         const int32_t diffStep = fields ? 2 * rowStep : rowStep;
 
-        const Source a = place((*first.frame)[plane], first.lines, x, y, kernel, vectorOf(plane, first.vector));
+        const PredictionSource a =
+            placeBlock((*first.frame)[plane], first.lines, x, y, kernel.block, vectorOf(plane, first.vector));
         if (!second) {
             kernel.one(a.samples, step, diff, diffStep, dst, step, a.mode, 0);
             return;
         }
-        const Source b = place((*second->frame)[plane], second->lines, x, y, kernel, vectorOf(plane, second->vector));
+        const PredictionSource b =
+            placeBlock((*second->frame)[plane], second->lines, x, y, kernel.block, vectorOf(plane, second->vector));
         kernel.two(a.samples, step, a.mode, b.samples, step, b.mode, diff, diffStep, dst, step, 0);
     }
 
-    const CodedPicture& picture_;
+    const PredictedFrame& picture_;
     const Macroblock& macroblock_;
     const Residual& residual_;
 };
@@ -115,7 +93,20 @@ const Frame* existing(const Frame* reference)
 
 }
 
-void predict(const CodedPicture& picture, const Macroblock& macroblock, const Residual* residual)
+PredictionSource placeBlock(const Plane& plane, int lines, int x, int y, ruxiSize block, MotionVector vector)
+{
+    const int halfX = vector.x & 1, halfY = vector.y & 1;
+    x += vector.x >> 1;
+    y += vector.y >> 1;
+    const bool fields = lines != wholeFrame;
+    const int height = fields ? plane.height / 2 : plane.height;
+    if (x < 0 || y < 0 || x + block.width + halfX > plane.width || y + block.height + halfY > height)
+        throw Damage("a motion vector points outside the picture");
+    const int64_t row = fields ? 2 * int64_t(y) + lines : y;
+    return {plane.samples + row * plane.step + x, halfX * mcHalfHorz + halfY * mcHalfVert};
+}
+
+void predict(const PredictedFrame& picture, const Macroblock& macroblock, const Residual* residual)
 {
     Predictor predictor(picture, macroblock, residual ? *residual : noResidual);
     if (macroblock.motionType == MotionType::dualPrime) {

@@ -1,7 +1,7 @@
 // Frame rate and sample shape as the sequence header's codes give them.
 #pragma once
 
-#include "headers.h"
+#include "syntax.h"
 #include "ruxlib.h"
 
 struct Ratio {
