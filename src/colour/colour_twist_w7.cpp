@@ -11,54 +11,47 @@ namespace {
 constexpr size_t blockPixels = 16;
 constexpr size_t blockBytes = blockPixels * 3;
 
-// A block is 48 samples, x[0] to x[47], and samples 12 apart belong to the same channel of pixels 4 apart. Vector i of
-// 12 holds x[i], x[i + 24], x[i + 12], x[i + 36]: sample i of four pixels, in the order of two interleavings.
-struct SampleVectors {
-    __m128 at[12];
+// A block is 48 samples, x[0] to x[47]. Samples 12 apart belong to the same channel of pixels 4 apart, which are
+// computed at once. The doublewords of a third are x[i], x[i + 12], x[i + 24], x[i + 36], each with the three samples
+// behind it; i is 0, 4 and 8.
+struct SampleThirds {
+    __m128i at[3];
 };
+
+// Samples are converted where they stand in their doubleword, times 2^8 for each byte before them. The last one, which
+// holds the sign, is moved to the first place.
+constexpr int bytesShifted(int sample)
+{
+    return sample % 4 % 3;
+}
 
 inline __m128i loadWhole(const uint8_t* from)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
 }
 
-inline __m128i loadEight(const uint8_t* from)
+inline __m128i loadThird(const uint8_t* from)
 {
-    return _mm_loadl_epi64(reinterpret_cast<const __m128i*>(from));
+    const __m128 low = _mm_castsi128_ps(loadWhole(from));
+    const __m128 high = _mm_castsi128_ps(loadWhole(from + 24));
+    return _mm_castps_si128(_mm_shuffle_ps(low, high, _MM_SHUFFLE(3, 0, 3, 0)));
 }
 
-inline void widenSamples(__m128i bytes, __m128* to)
+inline SampleThirds loadBlock(const uint8_t* from)
 {
-    const __m128i zero = _mm_setzero_si128();
-    const __m128i low = _mm_unpacklo_epi8(bytes, zero);
-    const __m128i high = _mm_unpackhi_epi8(bytes, zero);
-    to[0] = _mm_cvtepi32_ps(_mm_unpacklo_epi16(low, zero));
-    to[1] = _mm_cvtepi32_ps(_mm_unpackhi_epi16(low, zero));
-    to[2] = _mm_cvtepi32_ps(_mm_unpacklo_epi16(high, zero));
-    to[3] = _mm_cvtepi32_ps(_mm_unpackhi_epi16(high, zero));
+    return {{loadThird(from), loadThird(from + 4), loadThird(from + 8)}};
 }
 
-// The bytes of two registers side by side. The compiler is kept from composing two interleavings in a way of its own.
-inline __m128i interleaved(__m128i a, __m128i b)
+// A sample and those 12, 24 and 36 behind it, as they are shifted.
+template <int sample>
+inline __m128 sampleOf(const SampleThirds& block)
 {
-    __m128i pairs = _mm_unpacklo_epi8(a, b);
-    asm("" : "+x"(pairs));
-    return pairs;
+    const __m128i third = block.at[sample / 4];
+    if (sample % 4 == 3) return _mm_cvtepi32_ps(_mm_srli_epi32(third, 24));
+    return _mm_cvtepi32_ps(_mm_and_si128(third, _mm_set1_epi32(0xFF << 8 * bytesShifted(sample))));
 }
 
-inline SampleVectors loadBlock(const uint8_t* from)
-{
-    const __m128i pairs0 = interleaved(loadEight(from), loadEight(from + 24));   // x[i], x[i + 24]
-    const __m128i pairs8 = interleaved(loadEight(from + 8), loadEight(from + 32));
-    const __m128i pairs16 = interleaved(loadEight(from + 16), loadEight(from + 40));
-    SampleVectors samples;
-    widenSamples(_mm_unpacklo_epi16(pairs0, _mm_srli_si128(pairs8, 8)), samples.at);
-    widenSamples(_mm_unpacklo_epi16(_mm_srli_si128(pairs0, 8), pairs16), samples.at + 4);
-    widenSamples(_mm_unpacklo_epi16(pairs8, _mm_srli_si128(pairs16, 8)), samples.at + 8);
-    return samples;
-}
-
-// Words of four neighbouring samples, of the pixels from 0 and 8 on (first) and from 4 and 12 on (second).
+// Words of four neighbouring samples, of the pixels from 0 and 4 on (first) and from 8 and 12 on (second).
 struct SampleQuads {
     __m128i first, second;
 };
@@ -78,22 +71,18 @@ inline void storeWhole(uint8_t* to, __m128i value)
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), value);
 }
 
-// The opposite of loadBlock: integers clamped to bytes, and laid out in memory.
-inline void storeBlock(const __m128i* vectors, uint8_t* to)
+// The low half of one register, the high half of another.
+inline __m128i halves(__m128i low, __m128i high)
 {
-    const SampleQuads a = transposed(vectors);
-    const SampleQuads b = transposed(vectors + 4);
-    const SampleQuads c = transposed(vectors + 8);
-    const __m128i ab = _mm_unpackhi_epi64(a.first, b.first);
-    const __m128i bc = _mm_unpackhi_epi64(b.second, c.second);
-    storeWhole(to, _mm_packus_epi16(_mm_unpacklo_epi64(a.first, b.first), _mm_unpacklo_epi64(c.first, a.second)));
-    storeWhole(to + 16, _mm_packus_epi16(_mm_unpacklo_epi64(b.second, c.second), ab));
-    storeWhole(to + 32, _mm_packus_epi16(_mm_unpackhi_epi64(c.first, a.second), bc));
+    return _mm_castpd_si128(_mm_move_sd(_mm_castsi128_pd(high), _mm_castsi128_pd(low)));
 }
 
-// Each coefficient in all lanes: four pixels meet a row of the matrix at once.
+// Each coefficient in all lanes: four pixels meet a row of the matrix at once. The factors are divided by what the
+// shift of a sample multiplies it with; powers of two change no rounding, so that the products are the same. A factor
+// so small that it loses bits thereby adds nothing to what is rounded to an integer.
 struct TwistVectors {
-    __m128 of[3][4];
+    __m128 factors[3][3][3];   // by row, channel and shift in bytes
+    __m128 offsets[3];
 };
 
 // Rounding is monotonic and leaves 0 and 255 alone, so that the clamp may come behind it: as the saturation of words
@@ -105,32 +94,43 @@ inline __m128i nearestIntegers(__m128 values)
     return _mm_cvtps_epi32(values);
 }
 
-template <bool fitsInteger>
-inline __m128i twistedChannel(const __m128* row, const __m128* channels)
+template <bool fitsInteger, int sample>
+inline __m128i twistedChannel(const TwistVectors& matrix, int row, const __m128* channels)
 {
-    const __m128 first = _mm_add_ps(row[3], _mm_mul_ps(row[0], channels[0]));
-    const __m128 others = _mm_add_ps(_mm_mul_ps(row[2], channels[2]), _mm_mul_ps(row[1], channels[1]));
-    return nearestIntegers<fitsInteger>(_mm_add_ps(first, others));
+    const auto& factors = matrix.factors[row];
+    const __m128 product0 = _mm_mul_ps(factors[0][bytesShifted(sample)], channels[0]);
+    const __m128 product1 = _mm_mul_ps(factors[1][bytesShifted(sample + 1)], channels[1]);
+    const __m128 product2 = _mm_mul_ps(factors[2][bytesShifted(sample + 2)], channels[2]);
+    const __m128 first = _mm_add_ps(matrix.offsets[row], product0);
+    return nearestIntegers<fitsInteger>(_mm_add_ps(first, _mm_add_ps(product2, product1)));
 }
 
-template <bool fitsInteger>
-inline void twistFour(const TwistVectors& matrix, const __m128* channels, __m128i* results)
+// Four pixels, by their first sample.
+template <bool fitsInteger, int sample>
+inline void twistFour(const TwistVectors& matrix, const SampleThirds& block, __m128i* results)
 {
-    results[0] = twistedChannel<fitsInteger>(matrix.of[0], channels);
-    results[1] = twistedChannel<fitsInteger>(matrix.of[1], channels);
-    results[2] = twistedChannel<fitsInteger>(matrix.of[2], channels);
+    const __m128 channels[3] = {sampleOf<sample>(block), sampleOf<sample + 1>(block), sampleOf<sample + 2>(block)};
+    results[sample] = twistedChannel<fitsInteger, sample>(matrix, 0, channels);
+    results[sample + 1] = twistedChannel<fitsInteger, sample>(matrix, 1, channels);
+    results[sample + 2] = twistedChannel<fitsInteger, sample>(matrix, 2, channels);
 }
 
 template <bool fitsInteger>
 [[gnu::always_inline]] inline void twistBlock(const TwistVectors& matrix, const uint8_t* src, uint8_t* dst)
 {
-    const SampleVectors samples = loadBlock(src);
+    const SampleThirds block = loadBlock(src);
     __m128i results[12];
-    twistFour<fitsInteger>(matrix, samples.at, results);
-    twistFour<fitsInteger>(matrix, samples.at + 3, results + 3);
-    twistFour<fitsInteger>(matrix, samples.at + 6, results + 6);
-    twistFour<fitsInteger>(matrix, samples.at + 9, results + 9);
-    storeBlock(results, dst);
+    twistFour<fitsInteger, 0>(matrix, block, results);
+    twistFour<fitsInteger, 3>(matrix, block, results);
+    const SampleQuads a = transposed(results);
+    twistFour<fitsInteger, 6>(matrix, block, results);
+    const SampleQuads b = transposed(results + 4);
+    twistFour<fitsInteger, 9>(matrix, block, results);
+    const SampleQuads c = transposed(results + 8);
+    const __m128i middle = _mm_unpackhi_epi64(b.first, c.first);
+    storeWhole(dst, _mm_packus_epi16(_mm_unpacklo_epi64(a.first, b.first), halves(c.first, a.first)));
+    storeWhole(dst + 16, _mm_packus_epi16(middle, _mm_unpacklo_epi64(a.second, b.second)));
+    storeWhole(dst + 32, _mm_packus_epi16(halves(c.second, a.second), _mm_unpackhi_epi64(b.second, c.second)));
 }
 
 // Fewer bytes than a block, which is 48.
@@ -142,9 +142,8 @@ inline void copyPartOfBlock(const uint8_t* src, uint8_t* dst, size_t bytes)
 
 // Not inlined: compilers move arithmetic over a change of the control register.
 template <bool fitsInteger>
-[[gnu::noinline]] void twistRow(const uint8_t* src, uint8_t* dst, size_t width, const TwistVectors& vectors)
+[[gnu::noinline]] void twistRow(const uint8_t* src, uint8_t* dst, size_t width, const TwistVectors& matrix)
 {
-    const TwistVectors matrix = vectors;   // of its own: bytes of dst could be any object's
     for (; width >= blockPixels; width -= blockPixels, src += blockBytes, dst += blockBytes)
         twistBlock<fitsInteger>(matrix, src, dst);
     if (width == 0) return;
@@ -174,7 +173,15 @@ inline bool sumsFitInteger(const TwistMatrix& matrix)
 void twistImage(const TwistImages& images, const TwistMatrix& matrix)
 {
     TwistVectors vectors;
-    for (int i = 0; i < 12; ++i) vectors.of[i / 4][i % 4] = _mm_set1_ps(matrix.of[i / 4][i % 4]);
+    for (int i = 0; i < 3; ++i) {
+        for (int channel = 0; channel < 3; ++channel) {
+            const __m128 factor = _mm_set1_ps(matrix.of[i][channel]);
+            vectors.factors[i][channel][0] = factor;
+            vectors.factors[i][channel][1] = _mm_mul_ps(factor, _mm_set1_ps(0x1p-8f));
+            vectors.factors[i][channel][2] = _mm_mul_ps(factor, _mm_set1_ps(0x1p-16f));
+        }
+        vectors.offsets[i] = _mm_set1_ps(matrix.of[i][3]);
+    }
     const auto row = sumsFitInteger(matrix) ? twistRow<true> : twistRow<false>;
     const VectorRounding rounding(Rounding::nearest);
     images.forEachRow([&](const uint8_t* src, uint8_t* dst, size_t width) { row(src, dst, width, vectors); });

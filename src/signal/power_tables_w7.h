@@ -276,9 +276,14 @@ constexpr LogarithmRow logarithms[256] = {
     {0x1.6F26016F26017p-1, 0x1.EB4B847D15BCEp-2},
 };
 
-// log2(1 + r) / r for |r| up to 2^-9, lowest power first.
-constexpr double pairLogarithm[2] = {
-    0x1.715485B63E457p0, -0x1.71548D6801818p-1,
+// log2((1 + s) / (1 - s)) / s by the square of s, from sqrt(1/2) to sqrt(2), lowest power first.
+constexpr float quadLogarithm[3] = {
+    0x1.71547Ap1f, 0x1.EC5562p-1f, 0x1.310768p-1f,
+};
+
+// (2^r - 1) / r for |r| up to 1/2, lowest power first.
+constexpr float quadExponential[4] = {
+    0x1.62E2D2p-1f, 0x1.EBFB3Ep-3f, 0x1.C96D5Ep-5f, 0x1.3C6E5Cp-7f,
 };
 
 // log2(1 + r) / r for |r| up to 2^-9, lowest power first.
@@ -320,11 +325,6 @@ constexpr double exponentials[128] = {
     0x1.DFC97337B9B5Fp0, 0x1.E264614F5A129p0, 0x1.E502EE78B3FF6p0, 0x1.E7A51FBC74C83p0,
     0x1.EA4AFA2A490DAp0, 0x1.ECF482D8E67F1p0, 0x1.EFA1BEE615A27p0, 0x1.F252B376BBA97p0,
     0x1.F50765B6E454p0, 0x1.F7BFDAD9CBE14p0, 0x1.FA7C1819E90D8p0, 0x1.FD3C22B8F71F1p0,
-};
-
-// (2^r - 1) / r for |r| up to 1/2, lowest power first.
-constexpr float pairExponential[4] = {
-    0x1.62E2D2p-1f, 0x1.EBFB3Ep-3f, 0x1.C96D5Ep-5f, 0x1.3C6E5Cp-7f,
 };
 
 // (2^r - 1) / r for |r| up to 2^-8, lowest power first.

@@ -1,5 +1,5 @@
-// Powers four elements at a time: the logarithm and its product with the exponent in two pairs of doubles, the
-// exponential in four floats. What the pairs cannot take goes singly.
+// Powers four elements at a time, in floats: a short series for the logarithm and one for the exponential, no table.
+// What the floats cannot take goes singly.
 #include <emmintrin.h>
 
 #include "frame/rounding.h"
@@ -8,143 +8,154 @@
 namespace rux::w7 {
 namespace {
 
-// Of one exponent: the series of the logarithm with the exponent multiplied in.
-struct Exponent {
-    __m128d y;
-    __m128d first;
-    __m128d second;
+constexpr int allLanes = 15;
 
-    explicit Exponent(double exponent)
-        : y(_mm_set1_pd(exponent)), first(_mm_set1_pd(exponent * pairLogarithm[0])),
-          second(_mm_set1_pd(exponent * pairLogarithm[1]))
+// The single-precision bits of sqrt(1/2), with which the octave around 1 begins.
+constexpr int32_t firstOfOctave = 0x3F3504F3;
+
+// A positive normal float x = z 2^k with z in the octave around 1, four times: k 2^23, and (z - 1) / (z + 1), which is
+// below 0.172. Any other bits are taken as those of such a number, k from -256 to 255.
+struct Parts {
+    __m128 octaves;
+    __m128 quotient;
+};
+
+inline Parts splitFour(__m128i x)
+{
+    const __m128 one = _mm_set1_ps(1.0f);
+    const __m128i distance = _mm_sub_epi32(x, _mm_set1_epi32(firstOfOctave));
+    const __m128i octaves = _mm_and_si128(distance, _mm_set1_epi32(-0x800000));
+    const __m128 z = _mm_castsi128_ps(_mm_sub_epi32(x, octaves));
+    return {_mm_cvtepi32_ps(octaves), _mm_div_ps(_mm_sub_ps(z, one), _mm_add_ps(z, one))};
+}
+
+// Of one exponent: the factors of the logarithm with the exponent multiplied in.
+struct Exponent {
+    __m128 octaves;
+    __m128 series[3];
+
+    explicit Exponent(float y)
     {
+        const __m128 exponent = _mm_set1_ps(y);
+        octaves = _mm_mul_ps(exponent, _mm_set1_ps(0x1p-23f));
+        for (int i = 0; i < 3; ++i) series[i] = _mm_mul_ps(exponent, _mm_set1_ps(quadLogarithm[i]));
     }
 };
 
-// The rows of four elements, as their offsets in bytes.
-inline __m128i rowOffsets(__m128i x)
+// y log2(x) = y (k + s (first + second s^2 + third s^4)) with s the quotient.
+inline __m128 scaledLogarithms(const Exponent& exponent, const Parts& x)
 {
-    const __m128i distance = _mm_sub_epi32(x, _mm_set1_epi32(firstMantissa));
-    return _mm_and_si128(_mm_srli_epi32(distance, 15 - 4), _mm_set1_epi32(255 << 4));
+    const __m128 square = _mm_mul_ps(x.quotient, x.quotient);
+    __m128 series = _mm_add_ps(_mm_mul_ps(exponent.series[2], square), exponent.series[1]);
+    series = _mm_add_ps(_mm_mul_ps(series, square), exponent.series[0]);
+    return _mm_add_ps(_mm_mul_ps(series, x.quotient), _mm_mul_ps(x.octaves, exponent.octaves));
 }
 
-inline __m128d rowAt(uint32_t offset)
+// 2^t for t = n + r with n whole and |r| at most 1/2: 1 + r times a series, with n added to the float's exponent. Of
+// the sum of t and 3 2^22 the last bit weighs 1, so that its last bits are n.
+inline __m128i powersOfTwo(__m128 t)
 {
-    return _mm_load_pd(reinterpret_cast<const double*>(bytesOf(logarithms) + offset));
-}
-
-// y (k + log2(c) + r (first + second r)) with r = z / c - 1; z / c is within 2^-9 of 1, and is exact around 1.
-inline __m128d scaledLogarithm(const Exponent& exponent, __m128d z, __m128d k, __m128d rowA, __m128d rowB)
-{
-    const __m128d reciprocal = _mm_unpacklo_pd(rowA, rowB);
-    const __m128d whole = _mm_mul_pd(_mm_add_pd(k, _mm_unpackhi_pd(rowA, rowB)), exponent.y);
-    const __m128d r = _mm_sub_pd(_mm_mul_pd(z, reciprocal), _mm_set1_pd(1.0));
-    const __m128d series = _mm_add_pd(_mm_mul_pd(exponent.second, r), exponent.first);
-    return _mm_add_pd(_mm_mul_pd(series, r), whole);
-}
-
-// y log2(x) of four positive normal floats x = z 2^k, z in the octave around 1 that the rows serve.
-inline __m128 scaledLogarithms(const Exponent& exponent, __m128i x, const uint32_t* offsets)
-{
-    const __m128i distance = _mm_sub_epi32(x, _mm_set1_epi32(firstMantissa));
-    const __m128i k = _mm_srai_epi32(distance, 23);
-    const __m128 z = _mm_castsi128_ps(_mm_sub_epi32(x, _mm_slli_epi32(k, 23)));
-    const __m128d low =
-        scaledLogarithm(exponent, _mm_cvtps_pd(z), _mm_cvtepi32_pd(k), rowAt(offsets[0]), rowAt(offsets[1]));
-    const __m128d high =
-        scaledLogarithm(exponent, _mm_cvtps_pd(_mm_movehl_ps(z, z)), _mm_cvtepi32_pd(_mm_unpackhi_epi64(k, k)),
-                        rowAt(offsets[2]), rowAt(offsets[3]));
-    return _mm_movelh_ps(_mm_cvtpd_ps(low), _mm_cvtpd_ps(high));
-}
-
-// 2^t for t = n + r with n whole and |r| at most 1/2: 1 + r times a series, with n added to the float's exponent.
-inline __m128i powersOfTwo(__m128 t, __m128i n)
-{
-    const __m128 r = _mm_sub_ps(t, _mm_cvtepi32_ps(n));
+    const __m128 shift = _mm_set1_ps(0x1.8p23f);
+    const __m128 sum = _mm_add_ps(t, shift);
+    const __m128 r = _mm_sub_ps(t, _mm_sub_ps(sum, shift));
     const __m128 square = _mm_mul_ps(r, r);
-    const __m128 low = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(pairExponential[0]), r), _mm_set1_ps(1.0f));
-    __m128 high = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(pairExponential[2]), r), _mm_set1_ps(pairExponential[1]));
-    high = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(pairExponential[3]), square), high);
+    const __m128 low = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(quadExponential[0]), r), _mm_set1_ps(1.0f));
+    __m128 high = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(quadExponential[2]), r), _mm_set1_ps(quadExponential[1]));
+    high = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(quadExponential[3]), square), high);
     const __m128i power = _mm_castps_si128(_mm_add_ps(_mm_mul_ps(high, square), low));
-    return _mm_add_epi32(power, _mm_slli_epi32(n, 23));
+    return _mm_add_epi32(power, _mm_slli_epi32(_mm_castps_si128(sum), 23));
 }
 
-// Lanes that the pairs can take. An unsigned comparison is one of signed numbers with their top bits changed.
-//
-// Of elements, all that are positive, normal and finite: x - 0x00800000 below 0x7F000000.
-inline __m128i areOrdinary(__m128i x)
+// The lanes, as bits, in which all elements from the least to the greatest are positive, normal and finite. The vectors
+// are compared by words: the upper ones, signed, hold a float's sign and exponent.
+inline int areOrdinary(__m128i least, __m128i greatest)
 {
-    return _mm_cmplt_epi32(_mm_add_epi32(x, _mm_set1_epi32(0x7F800000)), _mm_set1_epi32(INT32_MIN + 0x7F000000));
+    const __m128i outside = _mm_or_si128(_mm_cmpgt_epi16(_mm_set1_epi32(0x00800000), least),
+                                         _mm_cmpgt_epi16(greatest, _mm_set1_epi32(0x7F7FFFFF)));
+    return _mm_movemask_ps(_mm_castsi128_ps(outside)) ^ allLanes;
 }
 
-// Of results, all that are sure to be normal floats: n from -125 to 127, n + 125 below 253.
-inline __m128i areInRange(__m128i n)
+// The same for powers that are normal floats, by the least and the greatest exponent of two.
+inline int areInRange(__m128 least, __m128 greatest)
 {
-    return _mm_cmplt_epi32(_mm_add_epi32(n, _mm_set1_epi32(INT32_MIN + 125)), _mm_set1_epi32(INT32_MIN + 253));
+    const __m128 outside =
+        _mm_or_ps(_mm_cmplt_ps(least, _mm_set1_ps(-125.0f)), _mm_cmpgt_ps(greatest, _mm_set1_ps(127.0f)));
+    return _mm_movemask_ps(outside) ^ allLanes;
 }
 
-// Of one y. With one of 2^22 and more, infinite or NaN all lanes go singly: t might not fit 32 bits.
+inline __m128i loadFour(const uint8_t* from)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+}
+
+inline void storeFour(uint8_t* to, __m128i value)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), value);
+}
+
+// Of one y. With one of 2^22 and more, infinite or NaN all lanes go singly; with others t is finite, whatever the bits
+// of an element.
 class Vector {
 public:
     ruxStatus status = ruxStatusOk;
 
-    explicit Vector(uint32_t y)
-        : y(y), fits(magnitude(y) < 0x4A800000), exponent(fits ? floatOf(y) : 0.0f),
-          fitting(_mm_set1_epi32(fits ? -1 : 0))
+    explicit Vector(uint32_t y) : y(y), fitting(magnitude(y) < 0x4A800000 ? allLanes : 0)
     {
     }
 
-    // A few groups of four at a time: all places in the table, all logarithms, all exponentials. Short chains of
-    // operations, each many times side by side, keep the processor busier than one long one.
-    void raise(const uint8_t* src, uint8_t* dst, size_t groups)
+    // Some groups of four at a time: all quotients, all logarithms, all exponentials. Short chains of operations, each
+    // many times side by side, keep the processor busier than one long one. Not inlined: compilers move arithmetic over
+    // a change of the control register.
+    [[gnu::noinline]] void raise(const uint8_t* src, uint8_t* dst, size_t groups)
     {
-        for (; groups > groupsTogether; groups -= groupsTogether, src += sizeof(Groups::x), dst += sizeof(Groups::x))
-            raiseTogether(src, dst, groupsTogether);
-        raiseTogether(src, dst, groups);
+        const Exponent exponent(fitting ? floatOf(y) : 0.0f);
+        for (; groups > groupsTogether; groups -= groupsTogether, src += bytesTogether, dst += bytesTogether)
+            raiseTogether(exponent, src, dst, groupsTogether);
+        if (groups > 0) raiseTogether(exponent, src, dst, groups);
     }
 
 private:
     static constexpr size_t groupsTogether = 16;
+    static constexpr size_t bytesTogether = groupsTogether * 16;
 
-    struct Groups {
-        __m128i x[groupsTogether];   // kept: in place the results overwrite them
-        __m128 t[groupsTogether];
-        alignas(16) uint32_t offsets[groupsTogether][4];
-    };
-
-    void raiseTogether(const uint8_t* src, uint8_t* dst, size_t count)
+    void raiseTogether(const Exponent& exponent, const uint8_t* src, uint8_t* dst, size_t count)
     {
-        Groups groups;
-        __m128i inside = fitting;
+        Parts parts[groupsTogether];
+        __m128i leastElement = loadFour(src), greatestElement = leastElement;
         for (size_t i = 0; i < count; ++i) {
-            const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(src + i * 16));
-            groups.x[i] = x;
-            _mm_store_si128(reinterpret_cast<__m128i*>(groups.offsets[i]), rowOffsets(x));
-            inside = _mm_and_si128(inside, areOrdinary(x));
+            const __m128i x = loadFour(src + i * 16);
+            parts[i] = splitFour(x);
+            leastElement = _mm_min_epi16(leastElement, x);
+            greatestElement = _mm_max_epi16(greatestElement, x);
         }
-        for (size_t i = 0; i < count; ++i)
-            groups.t[i] = scaledLogarithms(exponent, groups.x[i], groups.offsets[i]);
+
+        __m128 exponents[groupsTogether];
+        __m128 least = _mm_setzero_ps(), greatest = least;
         for (size_t i = 0; i < count; ++i) {
-            const __m128i n = _mm_cvtps_epi32(groups.t[i]);
-            _mm_storeu_si128(reinterpret_cast<__m128i*>(dst + i * 16), powersOfTwo(groups.t[i], n));
-            inside = _mm_and_si128(inside, areInRange(n));
+            exponents[i] = scaledLogarithms(exponent, parts[i]);
+            least = _mm_min_ps(least, exponents[i]);
+            greatest = _mm_max_ps(greatest, exponents[i]);
         }
-        if (__builtin_expect(_mm_movemask_epi8(inside) != 0xFFFF, 0)) raiseOutside(groups, dst, count);
+
+        const int inside = areOrdinary(leastElement, greatestElement) & areInRange(least, greatest) & fitting;
+        if (__builtin_expect(inside != allLanes, 0)) return raiseOutside(src, exponents, dst, count);
+        for (size_t i = 0; i < count; ++i) storeFour(dst + i * 16, powersOfTwo(exponents[i]));
     }
 
-    [[gnu::noinline]] void raiseOutside(const Groups& groups, uint8_t* dst, size_t count)
+    [[gnu::noinline]] void raiseOutside(const uint8_t* src, const __m128* exponents, uint8_t* dst, size_t count)
     {
-        for (size_t i = 0; i < count; ++i, dst += 16) {
-            const __m128i range = areInRange(_mm_cvtps_epi32(groups.t[i]));
-            const __m128i inside = _mm_and_si128(_mm_and_si128(areOrdinary(groups.x[i]), range), fitting);
-            alignas(16) uint32_t x[4];
-            _mm_store_si128(reinterpret_cast<__m128i*>(x), groups.x[i]);
-            raiseLanes(~_mm_movemask_ps(_mm_castsi128_ps(inside)), x, dst);
+        for (size_t i = 0; i < count; ++i) {
+            const __m128i x = loadFour(src + i * 16);
+            storeFour(dst + i * 16, powersOfTwo(exponents[i]));
+            const int inside = areOrdinary(x, x) & areInRange(exponents[i], exponents[i]) & fitting;
+            raiseLanes(inside ^ allLanes, x, dst + i * 16);
         }
     }
 
-    void raiseLanes(int lanes, const uint32_t* x, uint8_t* dst)
+    void raiseLanes(int lanes, __m128i elements, uint8_t* dst)
     {
+        alignas(16) uint32_t x[4];
+        _mm_store_si128(reinterpret_cast<__m128i*>(x), elements);
         for (int i = 0; i < 4; ++i) {
             if (!(lanes >> i & 1)) continue;
             const Power power = powerOf(x[i], y);
@@ -154,9 +165,7 @@ private:
     }
 
     uint32_t y;
-    bool fits;
-    Exponent exponent;
-    __m128i fitting;
+    int fitting;   // all lanes or none
 };
 
 ruxStatus raiseVector(const uint8_t* src, uint32_t y, uint8_t* dst, size_t elements)

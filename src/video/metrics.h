@@ -52,7 +52,9 @@ struct Sums {
     uint32_t samples;
     uint32_t squares;
 };
-Sums sumsOf(Reference src);
+
+// Stores its sums: what is only returned, a compiler may take from registers behind the end of their state.
+void storeSums(Reference src, Sums& sums);
 
 // The square of the sum wraps at the lower levels and its quotient goes toward zero.
 inline int32_t squareOfSumBy256(uint32_t sum)
@@ -98,7 +100,8 @@ ruxStatus RUXCALL ruxiVariance16x16_8u32s(const uint8_t* src, int32_t srcStep, i
 {
     if (auto failure = firstFailure(pointers(src, result))) return failure;
 
-    const Sums sums = sumsOf({src, srcStep});
+    Sums sums;
+    storeSums({src, srcStep}, sums);
     store(result, static_cast<int32_t>(sums.squares) - squareOfSumBy256(sums.samples));
     return ruxStatusOk;
 }

@@ -76,18 +76,18 @@ inline KernelBoth squaresBoth(int forwardMode, int backwardMode)
     return kernelsBoth[backwardMode][forwardMode];
 }
 
-Sums sumsOf(Reference src)
+void storeSums(Reference src, Sums& sums)
 {
-    Sums sums = {};
+    Sums sum = {};
     for (int32_t y = 0; y < blockSize; ++y) {
         for (int32_t x = 0; x < blockSize; ++x) {
             const uint32_t sample = src.samples[x];
-            sums.samples += sample;
-            sums.squares += sample * sample;
+            sum.samples += sample;
+            sum.squares += sample * sample;
         }
         src.samples += src.stride;
     }
-    return sums;
+    sums = sum;
 }
 
 }

@@ -40,39 +40,61 @@ inline ruxStatus squares(int mode, Reference src, Reference reference, int32_t* 
     return kernels<SquareSum>[mode](src, reference, reference.stride, result);
 }
 
-// One row's prediction; nothing is carried to the next row, for the row below need not be it.
+// Rows of a prediction whose row below is not the next row: nothing is carried from one to the next.
 template <int mode>
-inline Samples predicted(const uint8_t* at, ptrdiff_t below)
+class RowsAside {
+public:
+    explicit RowsAside(Prediction prediction) : at(prediction) {}
+    Samples next()
+    {
+        const uint8_t* const row = at.reference.samples;
+        at.reference.samples += at.reference.stride;
+        const Samples a = Samples::load(row);
+        if constexpr (mode == modeIndex(mcHalfVert)) return average(a, Samples::load(row + at.below));
+        else if constexpr (mode == modeIndex(mcHalfHorz)) return average(a, Samples::load(row + 1));
+        else if constexpr (mode == modeIndex(mcHalfBoth))
+            return asSamples(quarterUp(pairsOf(a, Samples::load(row + 1)),
+                                       pairsOf(Samples::load(row + at.below), Samples::load(row + at.below + 1))));
+        else return a;
+    }
+
+private:
+    Prediction at;
+};
+
+template <int mode, bool isNextRow>
+inline auto predictedRows(Prediction prediction, ptrdiff_t column)
 {
-    const Samples a = Samples::load(at);
-    if constexpr (mode == modeIndex(mcHalfVert)) return average(a, Samples::load(at + below));
-    else if constexpr (mode == modeIndex(mcHalfHorz)) return average(a, Samples::load(at + 1));
-    else if constexpr (mode == modeIndex(mcHalfBoth))
-        return asSamples(quarterUp(pairsOf(a, Samples::load(at + 1)),
-                                   pairsOf(Samples::load(at + below), Samples::load(at + below + 1))));
-    else return a;
+    prediction.reference.samples += column;
+    if constexpr (isNextRow) return exactSampleRows<mode, Samples, ExactUp>(prediction.reference);
+    else return RowsAside<mode>(prediction);
+}
+
+template <int forwardMode, int backwardMode, bool isNextRow>
+inline int32_t sumOfBoth(Reference src, Prediction forward, Prediction backward)
+{
+    SquareSum sum;
+    for (int32_t column = 0; column < blockSize; column += static_cast<int32_t>(Samples::size)) {
+        auto forwardRows = predictedRows<forwardMode, isNextRow>(forward, column);
+        auto backwardRows = predictedRows<backwardMode, isNextRow>(backward, column);
+        const uint8_t* at = src.samples + column;
+#pragma GCC unroll 2
+        for (int32_t y = 0; y < blockSize; ++y) {
+            sum.add(average(asSamples(forwardRows.next()), asSamples(backwardRows.next())), Samples::load(at));
+            at += src.stride;
+        }
+    }
+    return sum.total();
 }
 
 template <int forwardMode, int backwardMode>
 ruxStatus measureBoth(Reference src, Prediction forward, Prediction backward, int32_t* result)
 {
     [[maybe_unused]] const Registers state{};
-    SquareSum sum;
-    for (int32_t column = 0; column < blockSize; column += static_cast<int32_t>(Samples::size)) {
-        const uint8_t* at = src.samples + column;
-        const uint8_t* forwardAt = forward.reference.samples + column;
-        const uint8_t* backwardAt = backward.reference.samples + column;
-#pragma GCC unroll 2
-        for (int32_t y = 0; y < blockSize; ++y) {
-            sum.add(average(predicted<forwardMode>(forwardAt, forward.below),
-                            predicted<backwardMode>(backwardAt, backward.below)),
-                    Samples::load(at));
-            at += src.stride;
-            forwardAt += forward.reference.stride;
-            backwardAt += backward.reference.stride;
-        }
-    }
-    store(result, sum.total());
+    constexpr bool readsBelow = ((forwardMode | backwardMode) & modeIndex(mcHalfVert)) != 0;
+    const bool isNextRow = forward.below == forward.reference.stride && backward.below == backward.reference.stride;
+    store(result, readsBelow && isNextRow ? sumOfBoth<forwardMode, backwardMode, readsBelow>(src, forward, backward)
+                                          : sumOfBoth<forwardMode, backwardMode, false>(src, forward, backward));
     return ruxStatusOk;
 }
 
@@ -89,7 +111,7 @@ inline KernelBoth squaresBoth(int forwardMode, int backwardMode)
     return kernelsBoth[backwardMode][forwardMode];
 }
 
-[[gnu::noinline]] Sums sumsOf(Reference src)
+[[gnu::noinline]] void storeSums(Reference src, Sums& sums)
 {
     [[maybe_unused]] const Registers state{};
     SampleSum samples;
@@ -104,7 +126,8 @@ inline KernelBoth squaresBoth(int forwardMode, int backwardMode)
             at += src.stride;
         }
     }
-    return {static_cast<uint32_t>(samples.total()), static_cast<uint32_t>(squares.total())};
+    store(&sums.samples, static_cast<uint32_t>(samples.total()));
+    store(&sums.squares, static_cast<uint32_t>(squares.total()));
 }
 
 }

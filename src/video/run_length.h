@@ -15,7 +15,7 @@ inline int32_t coefficient(const int16_t* block, const int32_t* scanTable, int32
     return load<int16_t>(block + load<int32_t>(scanTable + k));
 }
 
-// Which coefficients of scan positions `first` to `first` + 31 are not 0, the first one at bit 31. Scan position 0 is
+// Which coefficients of scan positions `first` to `first` + 31 are not 0, the first one at bit 0. Scan position 0 is
 // not read, and its bit is 0.
 template <int32_t first>
 uint32_t nonZeros(const int16_t* block, const int32_t* scanTable);
@@ -38,21 +38,21 @@ struct Coefficients {
 };
 
 // The pairs from scan position 1 on; `last` is the position of the coefficient before, -1 where there is none. Where
-// coefficients stand is chance, so they are found all at once, before any branch depends on one.
-inline BitWriter putPairs(BitWriter writer, const EncodeTable& table, Coefficients coefficients, int32_t last)
+// coefficients stand is chance, so they are found all at once, before any branch depends on one. Inlined, so that the
+// writer stays in registers.
+[[gnu::always_inline]] inline void putPairs(BitWriter& writer, const EncodeTable& table, Coefficients coefficients,
+                                            int32_t last)
 {
-    uint32_t found[2] = {nonZeros<0>(coefficients.block, coefficients.scanTable),
-                         nonZeros<32>(coefficients.block, coefficients.scanTable)};
-    for (int32_t half = 0; half < 2; ++half) {
-        while (found[half]) {
-            const int32_t place = __builtin_clz(found[half]);
-            const int32_t k = 32 * half + place;
+    constexpr int32_t wordBits = 8 * sizeof(size_t);
+    const uint64_t all = static_cast<uint64_t>(nonZeros<32>(coefficients.block, coefficients.scanTable)) << 32 |
+                         nonZeros<0>(coefficients.block, coefficients.scanTable);
+    for (int32_t start = 0; start < 64; start += wordBits) {
+        for (size_t found = static_cast<size_t>(all >> start); found; found &= found - 1) {
+            const int32_t k = start + __builtin_ctzl(found);
             putPair(writer, table, k - last - 1, coefficient(coefficients.block, coefficients.scanTable, k));
             last = k;
-            found[half] &= ~(0x80000000u >> place);
         }
     }
-    return writer;
 }
 
 struct Position {
@@ -109,8 +109,9 @@ ruxStatus RUXCALL ruxiPutIntraBlock(
     // d, or d + 2^size - 1, of which the lowest bits are written.
     writer.put(difference - isNegative, size);
 
-    writer = putPairs(writer, EncodeTable(encodeTable), {block, scanTable}, 0);
+    putPairs(writer, EncodeTable(encodeTable), {block, scanTable}, 0);
     writer.put(static_cast<uint32_t>(eobCode), eobLength);
+    writer.finish();
     position.set(writer);
     return ruxStatusOk;
 }
@@ -129,8 +130,9 @@ ruxStatus RUXCALL ruxiPutNonIntraBlock(
     if (first == 1 || first == -1) writer.put(first == 1 ? 2 : 3, 2);
     else if (first != 0) putPair(writer, table, 0, first);
 
-    writer = putPairs(writer, table, {block, scanTable}, first == 0 ? -1 : 0);
+    putPairs(writer, table, {block, scanTable}, first == 0 ? -1 : 0);
     writer.put(static_cast<uint32_t>(eobCode), eobLength);
+    writer.finish();
     position.set(writer);
     return ruxStatusOk;
 }

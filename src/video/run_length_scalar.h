@@ -11,9 +11,8 @@ inline uint32_t nonZeros(const int16_t* block, const int32_t* scanTable)
 {
     uint32_t found = 0;
 #pragma GCC unroll 8
-    for (int32_t k = first ? first : 1; k < first + 32; ++k)
-        found = 2 * found + (coefficient(block, scanTable, k) != 0);
-    return found;
+    for (int32_t k = first + 31; k > first; --k) found = 2 * found + (coefficient(block, scanTable, k) != 0);
+    return 2 * found + (first != 0 && coefficient(block, scanTable, first) != 0);
 }
 
 }
