@@ -2,7 +2,7 @@
 
 # Sets out to a list of "ordinal|name|bytes|form", one entry for each exported name.
 function(rux_read_operations list_file out)
-    file(STRINGS "${list_file}" lines REGEX "^(OPERATION|PLANNED)\\(")
+    file(STRINGS "${list_file}" lines REGEX "^OPERATION\\(")
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${list_file}")
     set(ordinal 0)
     set(operations "")
@@ -10,7 +10,7 @@ function(rux_read_operations list_file out)
         math(EXPR ordinal "${ordinal} + 1")
         if(line MATCHES "^OPERATION\\(([A-Za-z0-9_]+), ([0-9]+), ([a-z]+)\\)$")
             list(APPEND operations "${ordinal}|${CMAKE_MATCH_1}|${CMAKE_MATCH_2}|${CMAKE_MATCH_3}")
-        elseif(NOT line MATCHES "^PLANNED\\(")
+        else()
             message(FATAL_ERROR "operations.def: cannot read: ${line}")
         endif()
     endforeach()

@@ -26,9 +26,7 @@ struct Listed {
 
 const std::vector<Listed> listed = {
 #define OPERATION(name, bytes, form) {#name, bytes, #form},
-#define PLANNED(name, bytes, form) OPERATION(name, bytes, form)
 #include "frame/operations.def"
-#undef PLANNED
 #undef OPERATION
 };
 

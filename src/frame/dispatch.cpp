@@ -3,7 +3,6 @@
 #include "frame/level.h"
 
 // The slots stand beside the stubs that jump through them (stubs.S).
-#define PLANNED(name, bytes, form)
 #define OPERATION(name, bytes, form) extern "C" rux::Entry ruxSlot_##name;
 #include "frame/operations.def"
 #undef OPERATION

@@ -12,13 +12,11 @@ struct DispatchEntry {
     Entry entry[4];   // the bodies px, m6, a6, w7
 };
 
-#define PLANNED(name, bytes, form)
 #define OPERATION(name, bytes, form) +1
 constexpr int32_t operationCount = 0
 #include "frame/operations.def"
     ;
 #undef OPERATION
-#undef PLANNED
 
 struct DispatchTable {
     int32_t count;

@@ -6,7 +6,6 @@
 
 #include "ruxlib.h"
 
-#define PLANNED(name, bytes, form) OPERATION(name, bytes, form)
 #define OPERATION(name, bytes, form) extern decltype(::name) name;
 namespace rux::px {
 constexpr int32_t number = 0;
@@ -25,7 +24,6 @@ constexpr int32_t number = 3;
 #include "frame/operations.def"
 }
 #undef OPERATION
-#undef PLANNED
 
 #ifdef RUX_LEVEL
 namespace rux::RUX_LEVEL {

@@ -69,7 +69,6 @@ _\name\()@\bytes:
 
 #endif
 
-#define PLANNED(name, bytes, form)
 #define OPERATION(name, bytes, form) operation name, bytes
 #include "frame/operations.def"
 

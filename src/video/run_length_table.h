@@ -13,7 +13,6 @@ constexpr int32_t maxRunShift = 20;
 constexpr int32_t mostRunOfBlock = 63;
 constexpr int32_t mostMagnitude = 32768;
 
-
 class EncodeTable {
 public:
     explicit EncodeTable(const uint32_t* table)

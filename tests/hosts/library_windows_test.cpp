@@ -27,9 +27,7 @@ std::vector<int> ordinalsToExport()
     std::vector<int> ordinals;
     int ordinal = 0;
 #define OPERATION(name, bytes, form) ordinals.push_back(++ordinal);
-#define PLANNED(name, bytes, form) ++ordinal;
 #include "frame/operations.def"
-#undef PLANNED
 #undef OPERATION
     return ordinals;
 }
