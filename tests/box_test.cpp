@@ -120,7 +120,8 @@ TEST_P(Box, wideRegions)
 {
     for (const Mask& mask : {Mask{{300, 4}, {299, 0}}, Mask{{1000, 2}, {0, 1}}, Mask{{2, 200}, {1, 100}},
                              Mask{{128, 2}, {0, 0}}, Mask{{51, 5}, {9, 2}}, Mask{{16, 16}, {0, 3}},
-                             Mask{{86, 3}, {0, 0}}, Mask{{129, 2}, {3, 0}}, Mask{{91, 90}, {0, 0}}, Mask{{91, 91}, {0, 1}}}) {
+                             Mask{{86, 3}, {0, 0}}, Mask{{129, 2}, {3, 0}}, Mask{{91, 90}, {0, 0}},
+                             Mask{{91, 91}, {0, 1}}}) {
         for (const auto& fill : {Fill<uint8_t>(anyBits<uint8_t>), constant<uint8_t>(255)}) {
             const Image<uint8_t> src(around(500, 5, mask), 1, fill), dst(Shape{500, 5}, 2);
             const Image<uint8_t> srcDst(aroundInPlace(500, 5, mask), 3, fill);

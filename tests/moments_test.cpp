@@ -198,7 +198,9 @@ TEST_P(Moments, refusesWrongArguments)
         EXPECT_EQ(moment(object, 9, &value), ruxStatusContextMismatch);
         EXPECT_EQ(call(ruxiMomentFree_64f, object), ruxStatusContextMismatch);
     });
-    for (const int32_t step : {0, -4, INT_MIN}) EXPECT_EQ(measure(image.data(), step, {0, 0}, object), ruxStatusStepError);
+    for (const int32_t step : {0, -4, INT_MIN}) {
+        EXPECT_EQ(measure(image.data(), step, {0, 0}, object), ruxStatusStepError);
+    }
     EXPECT_EQ(measure(image.data(), 3, {0, 4}, object), ruxStatusSizeError);
     EXPECT_EQ(measure(image.data(), 3, {6, -1}, object), ruxStatusSizeError);
     EXPECT_EQ(measure(image.data(), 23, image.roi(), object), ruxStatusStrideError);

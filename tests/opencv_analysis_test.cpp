@@ -1,5 +1,5 @@
-// Moments, the colour twist and the wavelet transform on a real picture, beside OpenCV's or the picture itself, at every
-// level.
+// Moments, the colour twist and the wavelet transform on a real picture, beside OpenCV's or the picture itself, at
+// every level.
 #include <cmath>
 #include <cstdio>
 #include <memory>

@@ -10,7 +10,6 @@
 namespace rux::test {
 
 using model::FilterPair;
-using model::Plane;
 using model::WaveletFilter;
 
 inline WaveletFilter randomFilter(Random& random)
@@ -93,8 +92,56 @@ struct Inverse : Transform<ruxWTInvSpec> {
     }
 };
 
+// The checks of both creations.
+template <class Spec>
+void expectCreationToRefuse(typename Transform<Spec>::Create creation)
+{
+    const std::vector<float> taps(4, 0.5f);
+    const float* const low = taps.data();
+    const float* const none = nullptr;
+    Spec* const untouched = reinterpret_cast<Spec*>(uintptr_t(16));
+    Spec* spec = untouched;
+    Spec** const nowhere = nullptr;
+    const auto create = [&](Spec** to, const float* first, int32_t lowLength, int32_t lowAnchor, const float* second,
+                            int32_t highLength, int32_t highAnchor) {
+        return call(creation, to, first, lowLength, lowAnchor, second, highLength, highAnchor);
+    };
+    EXPECT_EQ(create(nowhere, low, 4, 0, low, 4, 0), ruxStatusNullPointer);
+    EXPECT_EQ(create(&spec, none, 4, 0, low, 4, 0), ruxStatusNullPointer);
+    EXPECT_EQ(create(&spec, low, 1, 9, none, 4, 0), ruxStatusNullPointer);
+    for (const int32_t length : {1, 0, -1, INT_MIN}) {
+        EXPECT_EQ(create(&spec, low, length, 9, low, 4, 0), ruxStatusSizeError);
+        EXPECT_EQ(create(&spec, low, 4, 9, low, length, 0), ruxStatusSizeError);
+    }
+    for (const int32_t anchor : {-1, 4, INT_MIN, INT_MAX}) {
+        EXPECT_EQ(create(&spec, low, 4, anchor, low, 4, 0), ruxStatusAnchor);
+        EXPECT_EQ(create(&spec, low, 4, 0, low, 4, anchor), ruxStatusAnchor);
+    }
+    EXPECT_EQ(spec, untouched);
+}
+
+// Each allocation of a creation refused in turn: null is stored and nothing is left.
+template <class Spec>
+void expectCreationWithoutMemory(typename Transform<Spec>::Create creation, typename Transform<Spec>::Free release)
+{
+    const std::vector<float> taps(4, 0.5f);
+    const float* const low = taps.data();
+    forgetBlocks();
+    Spec* whole = nullptr;
+    ASSERT_EQ(call(creation, &whole, low, 4, 0, low, 4, 0), 0);
+    const int allocations = allocationsAsked();
+    ASSERT_EQ(call(release, whole), 0);
+    EXPECT_GT(allocations, 0);
+    forEachRefusal(allocations, [&](bool refused) {
+        Spec* spec = reinterpret_cast<Spec*>(uintptr_t(16));
+        EXPECT_EQ(call(creation, &spec, low, 4, 0, low, 4, 0), refused ? ruxStatusMemoryAllocated : ruxStatusOk);
+        EXPECT_EQ(spec == nullptr, refused);
+        if (spec) call(release, spec);
+    });
+}
+
 // The image holds the plane's values, as near as they are told, and nothing else of it has changed.
-inline void expectPlane(const Image<float>& image, const Image<float>& before, const Plane& plane, const char* name)
+inline void expectPlane(const Image<float>& image, const Image<float>& before, const model::Plane& plane, const char* name)
 {
     auto expected = before.clone();
     for (int y = 0; y < image.height(); y++) {

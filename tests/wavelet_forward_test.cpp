@@ -49,7 +49,7 @@ static void expectTransform(Level level, const FilterPair& pair, const Image<flo
     for (int i = 0; i < 4; i++) {
         const bool highVertical = i >= 2, highHorizontal = i % 2 == 1;
         const Image<float>& band = bands.band(highVertical, highHorizontal);
-        const Plane plane = model::forwardBand(level, pair, highVertical, highHorizontal, src.data(), src.step(),
+        const model::Plane plane = model::forwardBand(level, pair, highVertical, highHorizontal, src.data(), src.step(),
                                                band.data(), band.step(), band.roi());
         const char* const names[] = {"LowLow", "LowHigh", "HighLow", "HighHigh"};
         expectPlane(band, copies[i], plane, names[i]);
@@ -124,47 +124,12 @@ TEST_P(WaveletForward, bordersAndSizes)
 
 TEST_P(WaveletForward, creationRefusesWrongArguments)
 {
-    const std::vector<float> taps(4, 0.5f);
-    const float* const low = taps.data();
-    const float* const none = nullptr;
-    ruxWTFwdSpec* const untouched = reinterpret_cast<ruxWTFwdSpec*>(uintptr_t(16));
-    ruxWTFwdSpec* spec = untouched;
-    ruxWTFwdSpec** const nowhere = nullptr;
-    const auto create = [&](ruxWTFwdSpec** to, const float* first, int32_t lowLength, int32_t lowAnchor,
-                            const float* second, int32_t highLength, int32_t highAnchor) {
-        return call(ruxiWTFwdInitAlloc_32f_C1R, to, first, lowLength, lowAnchor, second, highLength, highAnchor);
-    };
-    EXPECT_EQ(create(nowhere, low, 4, 0, low, 4, 0), ruxStatusNullPointer);
-    EXPECT_EQ(create(&spec, none, 4, 0, low, 4, 0), ruxStatusNullPointer);
-    EXPECT_EQ(create(&spec, low, 1, 9, none, 4, 0), ruxStatusNullPointer);
-    for (const int32_t length : {1, 0, -1, INT_MIN}) {
-        EXPECT_EQ(create(&spec, low, length, 9, low, 4, 0), ruxStatusSizeError);
-        EXPECT_EQ(create(&spec, low, 4, 9, low, length, 0), ruxStatusSizeError);
-    }
-    for (const int32_t anchor : {-1, 4, INT_MIN, INT_MAX}) {
-        EXPECT_EQ(create(&spec, low, 4, anchor, low, 4, 0), ruxStatusAnchor);
-        EXPECT_EQ(create(&spec, low, 4, 0, low, 4, anchor), ruxStatusAnchor);
-    }
-    EXPECT_EQ(spec, untouched);
+    expectCreationToRefuse<ruxWTFwdSpec>(ruxiWTFwdInitAlloc_32f_C1R);
 }
 
 TEST_P(WaveletForward, creationOutOfMemory)
 {
-    const std::vector<float> taps(4, 0.5f);
-    const float* const low = taps.data();
-    forgetBlocks();
-    ruxWTFwdSpec* whole = nullptr;
-    ASSERT_EQ(call(ruxiWTFwdInitAlloc_32f_C1R, &whole, low, 4, 0, low, 4, 0), 0);
-    const int allocations = allocationsAsked();
-    ASSERT_EQ(call(ruxiWTFwdFree_32f_C1R, whole), 0);
-    EXPECT_GT(allocations, 0);
-    forEachRefusal(allocations, [&](bool refused) {
-        ruxWTFwdSpec* spec = reinterpret_cast<ruxWTFwdSpec*>(uintptr_t(16));
-        EXPECT_EQ(call(ruxiWTFwdInitAlloc_32f_C1R, &spec, low, 4, 0, low, 4, 0),
-                  refused ? ruxStatusMemoryAllocated : ruxStatusOk);
-        EXPECT_EQ(spec == nullptr, refused);
-        if (spec) call(ruxiWTFwdFree_32f_C1R, spec);
-    });
+    expectCreationWithoutMemory<ruxWTFwdSpec>(ruxiWTFwdInitAlloc_32f_C1R, ruxiWTFwdFree_32f_C1R);
 }
 
 // The transform with all arguments right but those that an action has changed.

@@ -51,7 +51,7 @@ static void expectTransform(Level level, const FilterPair& pair, const Subbands&
     ASSERT_EQ(src.transform(dst, inverse), 0);
     ASSERT_TRUE(src.lowLow.equals(sources[0]) && src.highLow.equals(sources[1]) && src.lowHigh.equals(sources[2]) &&
                 src.highHigh.equals(sources[3]));
-    const Plane image = model::inverseImage(level, pair, src.bands(), src.lowLow.roi(), dst.data(), dst.step());
+    const model::Plane image = model::inverseImage(level, pair, src.bands(), src.lowLow.roi(), dst.data(), dst.step());
     expectPlane(dst, before, image, "dst");
 }
 
@@ -148,47 +148,12 @@ TEST_P(WaveletInverse, bordersAndSizes)
 
 TEST_P(WaveletInverse, creationRefusesWrongArguments)
 {
-    const std::vector<float> taps(4, 0.5f);
-    const float* const low = taps.data();
-    const float* const none = nullptr;
-    ruxWTInvSpec* const untouched = reinterpret_cast<ruxWTInvSpec*>(uintptr_t(16));
-    ruxWTInvSpec* spec = untouched;
-    ruxWTInvSpec** const nowhere = nullptr;
-    const auto create = [&](ruxWTInvSpec** to, const float* first, int32_t lowLength, int32_t lowAnchor,
-                            const float* second, int32_t highLength, int32_t highAnchor) {
-        return call(ruxiWTInvInitAlloc_32f_C1R, to, first, lowLength, lowAnchor, second, highLength, highAnchor);
-    };
-    EXPECT_EQ(create(nowhere, low, 4, 0, low, 4, 0), ruxStatusNullPointer);
-    EXPECT_EQ(create(&spec, none, 4, 0, low, 4, 0), ruxStatusNullPointer);
-    EXPECT_EQ(create(&spec, low, 1, 9, none, 4, 0), ruxStatusNullPointer);
-    for (const int32_t length : {1, 0, -1, INT_MIN}) {
-        EXPECT_EQ(create(&spec, low, length, 9, low, 4, 0), ruxStatusSizeError);
-        EXPECT_EQ(create(&spec, low, 4, 9, low, length, 0), ruxStatusSizeError);
-    }
-    for (const int32_t anchor : {-1, 4, INT_MIN, INT_MAX}) {
-        EXPECT_EQ(create(&spec, low, 4, anchor, low, 4, 0), ruxStatusAnchor);
-        EXPECT_EQ(create(&spec, low, 4, 0, low, 4, anchor), ruxStatusAnchor);
-    }
-    EXPECT_EQ(spec, untouched);
+    expectCreationToRefuse<ruxWTInvSpec>(ruxiWTInvInitAlloc_32f_C1R);
 }
 
 TEST_P(WaveletInverse, creationOutOfMemory)
 {
-    const std::vector<float> taps(4, 0.5f);
-    const float* const low = taps.data();
-    forgetBlocks();
-    ruxWTInvSpec* whole = nullptr;
-    ASSERT_EQ(call(ruxiWTInvInitAlloc_32f_C1R, &whole, low, 4, 0, low, 4, 0), 0);
-    const int allocations = allocationsAsked();
-    ASSERT_EQ(call(ruxiWTInvFree_32f_C1R, whole), 0);
-    EXPECT_GT(allocations, 0);
-    forEachRefusal(allocations, [&](bool refused) {
-        ruxWTInvSpec* spec = reinterpret_cast<ruxWTInvSpec*>(uintptr_t(16));
-        EXPECT_EQ(call(ruxiWTInvInitAlloc_32f_C1R, &spec, low, 4, 0, low, 4, 0),
-                  refused ? ruxStatusMemoryAllocated : ruxStatusOk);
-        EXPECT_EQ(spec == nullptr, refused);
-        if (spec) call(ruxiWTInvFree_32f_C1R, spec);
-    });
+    expectCreationWithoutMemory<ruxWTInvSpec>(ruxiWTInvInitAlloc_32f_C1R, ruxiWTInvFree_32f_C1R);
 }
 
 static FilterPair smallPair()
