@@ -119,6 +119,7 @@ void run(const Options& options)
     addFilter(cases);
     addResize(cases);
     addAnalysis(cases);
+    addSignal(cases);
     addVideo(cases);
     addVideoEncode(cases);
     addVideoStream(cases);

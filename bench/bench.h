@@ -45,6 +45,7 @@ void addColourTransforms(Cases& cases);
 void addFilter(Cases& cases);
 void addAnalysis(Cases& cases);
 void addResize(Cases& cases);
+void addSignal(Cases& cases);
 void addVideo(Cases& cases);
 void addVideoEncode(Cases& cases);
 void addVideoStream(Cases& cases);

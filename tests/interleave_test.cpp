@@ -13,16 +13,20 @@ RUX_FAMILY(Interleave, "interleave");
 // Frames and their channels, each in memory of its own, and the array of pointers at any address.
 struct Channels {
     Channels(int count, int frames, Random& random, bool aligned)
-        : frames(frames), interleaved(vectorOf(count * frames).at(placeOf(random, aligned)), random.next())
+        : frames(frames), interleaved(imageOf(count * frames, random, aligned))
     {
         for (int c = 0; c < count; c++) {
-            const Place place = placeOf(random, aligned);
-            channels.push_back(std::make_unique<Image<int16_t>>(vectorOf(frames).at(place), random.next()));
+            channels.push_back(std::make_unique<Image<int16_t>>(imageOf(frames, random, aligned)));
         }
         const int offset = random.between(0, 7);
         array.resize(sizeof(void*) * (static_cast<size_t>(count) + 1) + 8);
         first = reinterpret_cast<int16_t**>(array.data() + offset);
         for (int c = 0; c < count; c++) model::store(first + c, channels[static_cast<size_t>(c)]->data());
+    }
+    static Image<int16_t> imageOf(int length, Random& random, bool aligned)
+    {
+        const Place place = placeOf(random, aligned);
+        return Image<int16_t>(vectorOf(length).at(place), random.next());
     }
     static Place placeOf(Random& random, bool aligned)
     {
