@@ -77,7 +77,7 @@ void drawTimes(Picture& picture, const Panel& panel)
     for (const Tick& tick : ticks(0, panel.seconds, 10)) {
         const int width = int(tick.text.size()) * characterWidth;
         const int x = std::min(panel.x(tick.value) - width / 2, picture.width - width);
-        drawText(picture, x, panel.top + panel.height + 4, width, tick.text, greyColour);
+        drawText(picture, x, panel.top + panel.height + 10, width, tick.text, greyColour);
     }
 }
 

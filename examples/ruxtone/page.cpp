@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int pageWidth = 1400, leftMargin = 110, rightMargin = 30, gap = 12;
+constexpr int pageWidth = 1400, leftMargin = 110, rightMargin = 30, gap = 12, stripGap = 20;
 constexpr int captionHeight = lineHeight + 4, waveHeight = 110, curveHeight = 170;
 constexpr int panelWidth = pageWidth - leftMargin - rightMargin;
 constexpr Colour channelColours[] = {{110, 185, 255}, {255, 170, 80}};
@@ -38,7 +38,7 @@ public:
     {
         const Panel panel = {leftMargin, y_, panelWidth, height, seconds_, least, most};
         drawPanel(picture_, panel, vertical);
-        y_ += height + gap;
+        y_ += height;
         return panel;
     }
 
@@ -69,6 +69,7 @@ void drawWaves(Page& page, const Stage& stage, const std::vector<std::vector<int
         drawCurve(page.picture(), panel, measures.mean, measures.windowSeconds, meanColour);
         drawText(page.picture(), 8, panel.top + gap, leftMargin - 40, nameOf(channel, channels),
                  channelColours[channel]);
+        page.down(stripGap);
     }
 }
 
@@ -109,8 +110,8 @@ Picture drawPage(const Stage& before, const Stage& after, const std::vector<std:
                  const PageTexts& texts)
 {
     const int channels = int(before.sound.channels.size());
-    const int height = gap + captionHeight + 4 * (gap + captionHeight) + 2 * channels * (waveHeight + gap) +
-                       2 * (curveHeight + gap) + 2 * captionHeight + gap;
+    const int height = gap + captionHeight + 4 * (gap + captionHeight) + 2 * channels * (waveHeight + stripGap) +
+                       2 * curveHeight + 2 * captionHeight + 2 * gap;
     Page page(height, before.sound.seconds());
     page.text(gap, texts.title, inkColour);
     page.down(captionHeight);
@@ -131,7 +132,7 @@ Picture drawPage(const Stage& before, const Stage& after, const std::vector<std:
     const Panel crossings = page.panel(curveHeight, 0, most, ticks(0, most, 4));
     drawBoth(page, crossings, before, after, &Measures::crossings);
     drawTimes(page.picture(), crossings);
-    page.down(captionHeight - gap + 4);
+    page.down(gap + captionHeight);
     page.text(pageWidth / 2, "time, seconds", greyColour);
     return page.picture();
 }

@@ -112,7 +112,8 @@ void writeWav(const std::string& path, const Sound& sound)
     SF_VIRTUAL_IO functions = {lengthOf, seek, read, write, tell};
     MemoryFile memory;
     SoundFile file(sf_open_virtual(&functions, SFM_WRITE, &info, &memory), sf_close);
-    if (!file || sf_writef_short(file.get(), frames.data(), length) != length) throw refusal(path, sf_strerror(nullptr));
+    if (!file || sf_writef_short(file.get(), frames.data(), length) != length)
+        throw refusal(path, sf_strerror(file.get()));
     file.reset();   // completes the header
 
     WholeFile whole(path);

@@ -26,11 +26,12 @@ def pluck(time, pitch):
 
 
 def hiss(noise, count):
-    """Noise that swells and fades from 3.3 s on, its highest frequencies taken off."""
-    result, last = [0.0] * count, 0.0
+    """Noise that swells and fades from 3.3 s on, its high frequencies taken off twice."""
+    result, once, twice = [0.0] * count, 0.0, 0.0
     for frame in range(int(3.3 * rate), int(4.1 * rate)):
-        last += 0.6 * (noise.uniform(-1, 1) - last)
-        result[frame] = 0.06 * math.sin(math.pi * (frame / rate - 3.3) / 0.8) * last
+        once += 0.3 * (noise.uniform(-1, 1) - once)
+        twice += 0.3 * (once - twice)
+        result[frame] = 0.25 * math.sin(math.pi * (frame / rate - 3.3) / 0.8) * twice
     return result
 
 
@@ -38,7 +39,7 @@ def clean():
     """Both channels without clicks, as 16-bit samples."""
     noise = random.Random(1)
     channels = []
-    for notes in pitches:
+    for notes, loudness in zip(pitches, (1.0, 0.6)):
         hissing = hiss(noise, frames)
         samples = []
         for frame in range(frames):
@@ -46,7 +47,7 @@ def clean():
             value = 0.15 * math.sin(2 * math.pi * 4 * time) * math.exp(-5 * time) + hissing[frame]
             value += sum(pluck(time - 0.4 - 0.45 * place, pitch) for place, pitch in enumerate(notes)
                          if time - 0.4 - 0.45 * place < 1.2)
-            samples.append(round(32767 * value))
+            samples.append(round(32767 * loudness * value))
         channels.append(samples)
     return channels
 
