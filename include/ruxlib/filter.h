@@ -134,8 +134,8 @@ ruxStatus RUXCALL ruxiFilterMax_8u_C1R(const uint8_t* src, int32_t srcStep, uint
  * Reads one (31, 33) or two (51, 55) columns beyond the region on both sides; the cross as many rows above and below
  * too. A code of the other function is refused. Nothing is allocated.
  *
- * All levels give the same image. w7 and a6 write whole blocks past the caches (non-temporal stores; no store fence
- * is promised).
+ * All levels give the same image. w7 and a6 write whole blocks past the caches (non-temporal stores) and end the call
+ * with a store fence.
  *
  * Statuses: ruxStatusNullPointer; ruxStatusSizeError (width or height below 1); ruxStatusStepError (a step below 1);
  * ruxStatusMaskSize (another maskCode).
