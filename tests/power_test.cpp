@@ -99,6 +99,21 @@ TEST_P(PowerFunction, accuracy)
     EXPECT_LT(worst, 1.0L / 2048);
 }
 
+// Large exponents, with elements whose powers reach from below the least float to above the greatest.
+TEST_P(PowerFunction, largeExponents)
+{
+    const int count = 4096;
+    for (const float y : {2.37f, 2.375f, -60.0f, 149.5f, -299.0f, 300.0f, 300.5f, -1000.0f, 1e5f}) {
+        Image<float> src(vectorOf(count)), dst(vectorOf(count));
+        const float octaves = std::fmin(126.0f, 2500 / std::fabs(y));
+        for (int i = 0; i < count; i++) src.set(i, 0, std::exp2(octaves * (2.0f * i / count - 1)));
+        ASSERT_EQ(call(ruxsPowx_32f_A11, src.data(), y, dst.data(), count), 0);
+        for (int i = 0; i < count; i++)
+            ASSERT_TRUE(model::isWithinClass(powerAt(level(), src, i, y), dst.get(i)))
+                << src.get(i) << " to the power " << y << " gave " << dst.get(i);
+    }
+}
+
 // One element alone, in the last place of a group, and among ordinary ones.
 static void expectEverywhere(float x, float y, float expected, ruxStatus status)
 {

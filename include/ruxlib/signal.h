@@ -69,12 +69,11 @@ ruxStatus RUXCALL ruxsSignChangeRate_32f(const float* src, int32_t len, float* c
    Checks: len below 1 -6; then null pointer -8: the size comes first here.
    Result: ruxStatusOk, or the warning of the last special event in element order: 18 (singularity) or 19 (outside the
    domain). Each event also raises the processor's flag, divide-by-zero for 18 and invalid for 19.
-   Computed as 2 ** (y log2 |x|), in 64-bit extended precision at px, m6 and a6, in double at w7, where positive normal
-   x are taken in single precision if their results are normal (errors seen up to 2**-14, at results near the ends of a
-   float's range, and up to 2**-16 for those between 2**-8 and 2**8). At w7 an element's result does not depend on its
-   place or on the elements beside it. Where y log2 |x| is above 512 the result is infinity, below -512 it is +0.0 (also
-   for negative x and odd y); between these and a float's range it overflows or underflows as a float does, without a
-   status.
+   Computed as 2 ** (y log2 |x|), in 64-bit extended precision at px, m6 and a6, in double at w7, where vectors of
+   positive normal x with |y| up to 300 take shorter series than single elements (errors seen up to 2**-19.6 for any
+   normal result). At w7 an element's result does not depend on its place or on the elements beside it. Where y log2 |x|
+   is above 512 the result is infinity, below -512 it is +0.0 (also for negative x and odd y); between these and a
+   float's range it overflows or underflows as a float does, without a status.
    Special arguments, the first line that fits decides ("odd": y is an odd integer; from 2**24 on y is even):
       1  y = +-0                    1, also for NaN
       2  y = 1                      x

@@ -1,5 +1,5 @@
-// Powers four elements at a time, in floats: a short series for the logarithm and one for the exponential, no table.
-// What the floats cannot take goes singly.
+// Powers four elements at a time, in two pairs of doubles: a table of logarithms with a short series, and a table of
+// 256 exponentials with a straight line between. What the pairs cannot take goes singly.
 #include <emmintrin.h>
 
 #include "frame/rounding.h"
@@ -10,105 +10,124 @@ namespace {
 
 constexpr int allLanes = 15;
 
-// The single-precision bits of sqrt(1/2), with which the octave around 1 begins.
-constexpr int32_t firstOfOctave = 0x3F3504F3;
-
-// A positive normal float x = z 2^k with z in the octave around 1, four times: k 2^23, and (z - 1) / (z + 1), which is
-// below 0.172. Any other bits are taken as those of such a number, k from -256 to 255.
-struct Parts {
-    __m128 octaves;
-    __m128 quotient;
-};
-
-inline Parts splitFour(__m128i x)
-{
-    const __m128 one = _mm_set1_ps(1.0f);
-    const __m128i distance = _mm_sub_epi32(x, _mm_set1_epi32(firstOfOctave));
-    const __m128i octaves = _mm_and_si128(distance, _mm_set1_epi32(-0x800000));
-    const __m128 z = _mm_castsi128_ps(_mm_sub_epi32(x, octaves));
-    return {_mm_cvtepi32_ps(octaves), _mm_div_ps(_mm_sub_ps(z, one), _mm_add_ps(z, one))};
-}
-
-// Of one exponent: the factors of the logarithm with the exponent multiplied in.
+// Of one exponent: the series of the logarithm with the exponent multiplied in.
 struct Exponent {
-    __m128 octaves;
-    __m128 series[3];
+    __m128d y;
+    __m128d first;
+    __m128d second;
 
-    explicit Exponent(float y)
+    explicit Exponent(double exponent)
+        : y(_mm_set1_pd(exponent)), first(_mm_set1_pd(exponent * pairLogarithm[0])),
+          second(_mm_set1_pd(exponent * pairLogarithm[1]))
     {
-        const __m128 exponent = _mm_set1_ps(y);
-        octaves = _mm_mul_ps(exponent, _mm_set1_ps(0x1p-23f));
-        for (int i = 0; i < 3; ++i) series[i] = _mm_mul_ps(exponent, _mm_set1_ps(quadLogarithm[i]));
     }
 };
 
-// y log2(x) = y (k + s (first + second s^2 + third s^4)) with s the quotient.
-inline __m128 scaledLogarithms(const Exponent& exponent, const Parts& x)
+// Four positive normal floats x = z 2^k, with z in the octave around 1 that the rows serve. The low byte of a row's
+// number tells the row. Any other bits are taken as those of such a number, k from -256 to 255.
+struct Parts {
+    __m128 z;
+    __m128i k;
+    alignas(16) uint32_t rows[4];
+};
+
+inline void splitFour(__m128i x, Parts& parts)
 {
-    const __m128 square = _mm_mul_ps(x.quotient, x.quotient);
-    __m128 series = _mm_add_ps(_mm_mul_ps(exponent.series[2], square), exponent.series[1]);
-    series = _mm_add_ps(_mm_mul_ps(series, square), exponent.series[0]);
-    return _mm_add_ps(_mm_mul_ps(series, x.quotient), _mm_mul_ps(x.octaves, exponent.octaves));
+    const __m128i distance = _mm_sub_epi32(x, _mm_set1_epi32(firstMantissa));
+    parts.k = _mm_srai_epi32(distance, 23);
+    parts.z = _mm_castsi128_ps(_mm_sub_epi32(x, _mm_and_si128(distance, _mm_set1_epi32(-0x800000))));
+    _mm_store_si128(reinterpret_cast<__m128i*>(parts.rows), _mm_srli_epi32(distance, 15));
 }
 
-// 2^t for t = n + r with n whole and |r| at most 1/2: 1 + r times a series, with n added to the float's exponent. Of
-// the sum of t and 3 2^22 the last bit weighs 1, so that its last bits are n.
-inline __m128i powersOfTwo(__m128 t)
+inline __m128d rowAt(uint32_t row)
 {
-    const __m128 shift = _mm_set1_ps(0x1.8p23f);
-    const __m128 sum = _mm_add_ps(t, shift);
-    const __m128 r = _mm_sub_ps(t, _mm_sub_ps(sum, shift));
-    const __m128 square = _mm_mul_ps(r, r);
-    const __m128 low = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(quadExponential[0]), r), _mm_set1_ps(1.0f));
-    __m128 high = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(quadExponential[2]), r), _mm_set1_ps(quadExponential[1]));
-    high = _mm_add_ps(_mm_mul_ps(_mm_set1_ps(quadExponential[3]), square), high);
-    const __m128i power = _mm_castps_si128(_mm_add_ps(_mm_mul_ps(high, square), low));
-    return _mm_add_epi32(power, _mm_slli_epi32(_mm_castps_si128(sum), 23));
+    return _mm_load_pd(&logarithms[row & 255].reciprocal);
 }
 
-// The lanes, as bits, in which all elements from the least to the greatest are positive, normal and finite. The vectors
-// are compared by words: the upper ones, signed, hold a float's sign and exponent.
-inline int areOrdinary(__m128i least, __m128i greatest)
+// y log2(z 2^k) = y (k + log2(c)) + r y (first + second r), with r = z / c - 1, which is within 2^-9 of 0 and exact in
+// the row around 1.
+inline __m128d scaledLogarithms(const Exponent& exponent, __m128d z, __m128d k, __m128d rowA, __m128d rowB)
 {
-    const __m128i outside = _mm_or_si128(_mm_cmpgt_epi16(_mm_set1_epi32(0x00800000), least),
-                                         _mm_cmpgt_epi16(greatest, _mm_set1_epi32(0x7F7FFFFF)));
-    return _mm_movemask_ps(_mm_castsi128_ps(outside)) ^ allLanes;
+    const __m128d whole = _mm_mul_pd(_mm_add_pd(k, _mm_unpackhi_pd(rowA, rowB)), exponent.y);
+    const __m128d r = _mm_sub_pd(_mm_mul_pd(z, _mm_unpacklo_pd(rowA, rowB)), _mm_set1_pd(1.0));
+    const __m128d series = _mm_add_pd(_mm_mul_pd(exponent.second, r), exponent.first);
+    return _mm_add_pd(_mm_mul_pd(series, r), whole);
 }
 
-// The same for powers that are normal floats, by the least and the greatest exponent of two.
-inline int areInRange(__m128 least, __m128 greatest)
+// Two exponents of two, t = s + r with s in whole 256ths and |r| at most 2^-9. Of the sum of t and 3 2^43 the last bit
+// weighs 1/256, so that its low bits are 256 s.
+struct Binary {
+    __m128d sum;
+    __m128d r;
+
+    static Binary of(__m128d t)
+    {
+        const __m128d shift = _mm_set1_pd(0x1.8p44);
+        const __m128d sum = _mm_add_pd(t, shift);
+        return {sum, _mm_sub_pd(t, _mm_sub_pd(sum, shift))};
+    }
+};
+
+inline const double* stepAt(uint8_t index)
 {
-    const __m128 outside =
-        _mm_or_ps(_mm_cmplt_ps(least, _mm_set1_ps(-125.0f)), _mm_cmpgt_ps(greatest, _mm_set1_ps(127.0f)));
-    return _mm_movemask_ps(outside) ^ allLanes;
+    return reinterpret_cast<const double*>(&pairExponentials[index]);
 }
+
+// 2^s (1 + r (2^r - 1) / r), as floats in the lower half. The steps of 1/256 are the low byte of the sum.
+inline __m128 powersOfTwo(const Binary& t)
+{
+    const uint8_t* sums = reinterpret_cast<const uint8_t*>(&t.sum);
+    const __m128d step = _mm_loadh_pd(_mm_load_sd(stepAt(sums[0])), stepAt(sums[8]));
+    const __m128i octaves = _mm_slli_epi64(_mm_castpd_si128(t.sum), 44);
+    const __m128d power = _mm_castsi128_pd(_mm_add_epi64(_mm_castpd_si128(step), octaves));
+    return _mm_cvtpd_ps(_mm_add_pd(_mm_mul_pd(_mm_mul_pd(power, _mm_set1_pd(pairSlope)), t.r), power));
+}
+
+// The elements that the pairs can take with one exponent: positive, normal, finite, and of a power between 2^-1000 and
+// 2^1000, which a double holds and which as a float may be zero or infinite.
+class Range {
+public:
+    explicit Range(uint32_t y)
+    {
+        if (magnitude(y) > bitsOf(300.0f)) return;
+        const float size = floatOf(magnitude(y));
+        const int32_t octaves = size < 2.375f ? 126 : static_cast<int32_t>(300.0f / size);
+        first = _mm_set1_epi32((127 - octaves) << 23);
+        last = _mm_set1_epi32(((127 + octaves + 2) << 23) - 1);
+    }
+
+    // The lanes, as bits, in which all elements from the least to the greatest are of the range. The vectors are
+    // compared by words: the upper ones, signed, hold a float's sign and exponent.
+    int holds(__m128i least, __m128i greatest) const
+    {
+        const __m128i outside = _mm_or_si128(_mm_cmpgt_epi16(first, least), _mm_cmpgt_epi16(greatest, last));
+        return _mm_movemask_ps(_mm_castsi128_ps(outside)) ^ allLanes;
+    }
+
+private:
+    __m128i first = _mm_set1_epi32(0x7FFFFFFF);
+    __m128i last = _mm_set1_epi32(INT32_MIN);
+};
 
 inline __m128i loadFour(const uint8_t* from)
 {
     return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
 }
 
-inline void storeFour(uint8_t* to, __m128i value)
-{
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), value);
-}
-
-// Of one y. With one of 2^22 and more, infinite or NaN all lanes go singly; with others t is finite, whatever the bits
-// of an element.
 class Vector {
 public:
     ruxStatus status = ruxStatusOk;
 
-    explicit Vector(uint32_t y) : y(y), fitting(magnitude(y) < 0x4A800000 ? allLanes : 0)
+    explicit Vector(uint32_t y) : y(y), range(y)
     {
     }
 
-    // Some groups of four at a time: all quotients, all logarithms, all exponentials. Short chains of operations, each
-    // many times side by side, keep the processor busier than one long one. Not inlined: compilers move arithmetic over
-    // a change of the control register.
+    // Some groups of four at a time: all rows, all logarithms, all exponentials. Short chains of operations, each many
+    // times side by side, keep the processor busier than one long one. Not inlined: compilers move arithmetic over a
+    // change of the control register.
     [[gnu::noinline]] void raise(const uint8_t* src, uint8_t* dst, size_t groups)
     {
-        const Exponent exponent(fitting ? floatOf(y) : 0.0f);
+        const Exponent exponent(isFinite(y) ? floatOf(y) : 0.0f);
         for (; groups > groupsTogether; groups -= groupsTogether, src += bytesTogether, dst += bytesTogether)
             raiseTogether(exponent, src, dst, groupsTogether);
         if (groups > 0) raiseTogether(exponent, src, dst, groups);
@@ -118,37 +137,50 @@ private:
     static constexpr size_t groupsTogether = 16;
     static constexpr size_t bytesTogether = groupsTogether * 16;
 
+    struct Four {
+        Binary low;
+        Binary high;
+    };
+
     void raiseTogether(const Exponent& exponent, const uint8_t* src, uint8_t* dst, size_t count)
     {
         Parts parts[groupsTogether];
-        __m128i leastElement = loadFour(src), greatestElement = leastElement;
+        __m128i least = loadFour(src), greatest = least;
         for (size_t i = 0; i < count; ++i) {
             const __m128i x = loadFour(src + i * 16);
-            parts[i] = splitFour(x);
-            leastElement = _mm_min_epi16(leastElement, x);
-            greatestElement = _mm_max_epi16(greatestElement, x);
+            splitFour(x, parts[i]);
+            least = _mm_min_epi16(least, x);
+            greatest = _mm_max_epi16(greatest, x);
         }
 
-        __m128 exponents[groupsTogether];
-        __m128 least = _mm_setzero_ps(), greatest = least;
+        Four powers[groupsTogether];
         for (size_t i = 0; i < count; ++i) {
-            exponents[i] = scaledLogarithms(exponent, parts[i]);
-            least = _mm_min_ps(least, exponents[i]);
-            greatest = _mm_max_ps(greatest, exponents[i]);
+            const __m128 z = parts[i].z;
+            const __m128i k = parts[i].k;
+            const uint32_t* rows = parts[i].rows;
+            powers[i].low = Binary::of(scaledLogarithms(exponent, _mm_cvtps_pd(z), _mm_cvtepi32_pd(k), rowAt(rows[0]),
+                                                        rowAt(rows[1])));
+            powers[i].high = Binary::of(scaledLogarithms(exponent, _mm_cvtps_pd(_mm_movehl_ps(z, z)),
+                                                         _mm_cvtepi32_pd(_mm_unpackhi_epi64(k, k)), rowAt(rows[2]),
+                                                         rowAt(rows[3])));
         }
 
-        const int inside = areOrdinary(leastElement, greatestElement) & areInRange(least, greatest) & fitting;
-        if (__builtin_expect(inside != allLanes, 0)) return raiseOutside(src, exponents, dst, count);
-        for (size_t i = 0; i < count; ++i) storeFour(dst + i * 16, powersOfTwo(exponents[i]));
+        if (__builtin_expect(range.holds(least, greatest) != allLanes, 0))
+            return raiseOutside(src, powers, dst, count);
+        for (size_t i = 0; i < count; ++i) storePowers(dst + i * 16, powers[i]);
     }
 
-    [[gnu::noinline]] void raiseOutside(const uint8_t* src, const __m128* exponents, uint8_t* dst, size_t count)
+    static void storePowers(uint8_t* dst, const Four& powers)
+    {
+        _mm_storeu_ps(reinterpret_cast<float*>(dst), _mm_movelh_ps(powersOfTwo(powers.low), powersOfTwo(powers.high)));
+    }
+
+    [[gnu::noinline]] void raiseOutside(const uint8_t* src, const Four* powers, uint8_t* dst, size_t count)
     {
         for (size_t i = 0; i < count; ++i) {
             const __m128i x = loadFour(src + i * 16);
-            storeFour(dst + i * 16, powersOfTwo(exponents[i]));
-            const int inside = areOrdinary(x, x) & areInRange(exponents[i], exponents[i]) & fitting;
-            raiseLanes(inside ^ allLanes, x, dst + i * 16);
+            storePowers(dst + i * 16, powers[i]);
+            raiseLanes(range.holds(x, x) ^ allLanes, x, dst + i * 16);
         }
     }
 
@@ -165,7 +197,7 @@ private:
     }
 
     uint32_t y;
-    int fitting;   // all lanes or none
+    Range range;
 };
 
 ruxStatus raiseVector(const uint8_t* src, uint32_t y, uint8_t* dst, size_t elements)
