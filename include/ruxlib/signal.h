@@ -33,9 +33,10 @@ ruxStatus RUXCALL ruxsThreshold_32f_I(float* srcDst, int32_t len, float level, i
 
 /* Sum of src, rounded to a float at the end; the mean is the same sum, before that rounding, divided by len in double
    and then rounded. Checks: null pointer -8; len below 1 -6.
-   hint is not checked. Order and precision of the additions, and with them the last bits, are the level's:
+   hint is not checked. Sums start from +0.0: negative zeros alone sum to +0.0. Order and precision of the additions,
+   and with them the last bits, are the level's:
      px          hint not read. In double: even positions to A, odd to B as long as 4 elements are left, B + A, then the
-                 last 0 to 3 one by one. A lone -0.0 sums to +0.0.
+                 last 0 to 3 one by one.
      m6          hint not read; always the accurate form.
      a6, w7      hint 1, fast: 4 single-precision lanes, added to a double, lane 0 first, after each 32768 elements
                  and at the end; the elements before the first 16-byte boundary, and the last that fill no vector of 4,
@@ -60,8 +61,8 @@ ruxStatus RUXCALL ruxsFilterMedian_16s(const int16_t* src, int16_t* dst, int32_t
    16s: the same at all levels.
    32f: count is converted to a float. px and m6 form the product in double; a6 and w7 in single precision, where one
    that underflows to -0.0 (1e-30, -1e-30) does not count. A NaN product counts at px, m6 and a6. At w7 it counts by its
-   sign bit in the vectors, which are the places 1 to 4, 5 to 8 and so on at any alignment, and always in the 0 to 3
-   places that remain; a len of 4 or less has no vector. */
+   sign bit (of two NaN that of the first) in the vectors, which are the places 1 to 4, 5 to 8 and so on at any
+   alignment, and always in the 0 to 3 places that remain; a len of 4 or less has no vector. */
 ruxStatus RUXCALL ruxsSignChangeRate_16s(const int16_t* src, int32_t len, int32_t* count);
 ruxStatus RUXCALL ruxsSignChangeRate_32f(const float* src, int32_t len, float* count);
 
@@ -69,11 +70,11 @@ ruxStatus RUXCALL ruxsSignChangeRate_32f(const float* src, int32_t len, float* c
    Checks: len below 1 -6; then null pointer -8: the size comes first here.
    Result: ruxStatusOk, or the warning of the last special event in element order: 18 (singularity) or 19 (outside the
    domain). Each event also raises the processor's flag, divide-by-zero for 18 and invalid for 19.
-   Computed as 2 ** (y log2 |x|), in 64-bit extended precision at px, m6 and a6, in double at w7, where vectors of
-   positive normal x with |y| up to 300 take shorter series than single elements (errors seen up to 2**-19.6 for any
-   normal result). At w7 an element's result does not depend on its place or on the elements beside it. Where y log2 |x|
-   is above 512 the result is infinity, below -512 it is +0.0 (also for negative x and odd y); between these and a
-   float's range it overflows or underflows as a float does, without a status.
+   Computed as 2 ** (y log2 |x|), in 64-bit extended precision at px, m6 and a6, in double at w7, where vectors take
+   shorter series than single elements (errors seen up to 2**-19.5 for any normal result). At w7 an element's result does
+   not depend on its place or on the elements beside it. Where y log2 |x| is above 512 the result is infinity, negative
+   for negative x and odd y; below -512 it is +0.0, also for these. Between -512 and 512 it overflows or underflows as a
+   float does, without a status.
    Special arguments, the first line that fits decides ("odd": y is an odd integer; from 2**24 on y is even):
       1  y = +-0                    1, also for NaN
       2  y = 1                      x

@@ -41,19 +41,31 @@ class VectorRounding {
 public:
     explicit VectorRounding(Rounding rounding)
     {
-        asm volatile("stmxcsr %0" : "=m"(saved));
-        const uint32_t wanted = (saved & ~0x6000u) | (rounding == Rounding::nearest ? 0 : 0x6000);
+        const uint32_t before = controlAndFlags();
+        saved = before & modeBits;
+        const uint32_t wanted = rounding == Rounding::nearest ? 0 : modeBits;
         changed = wanted != saved;
-        if (changed) asm volatile("ldmxcsr %0" : : "m"(wanted) : "memory");
+        if (changed) set((before & ~modeBits) | wanted);
     }
     VectorRounding(const VectorRounding&) = delete;
     VectorRounding& operator=(const VectorRounding&) = delete;
     ~VectorRounding()
     {
-        if (changed) asm volatile("ldmxcsr %0" : : "m"(saved) : "memory");
+        if (changed) set((controlAndFlags() & ~modeBits) | saved);   // flags raised meanwhile stay
     }
 
 private:
+    static constexpr uint32_t modeBits = 0x6000;
+
+    static uint32_t controlAndFlags()
+    {
+        uint32_t value;
+        asm volatile("stmxcsr %0" : "=m"(value) : : "memory");
+        return value;
+    }
+
+    static void set(uint32_t value) { asm volatile("ldmxcsr %0" : : "m"(value) : "memory"); }
+
     uint32_t saved;
     bool changed;
 };

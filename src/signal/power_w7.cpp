@@ -10,6 +10,21 @@ namespace {
 
 constexpr int allLanes = 15;
 
+inline int lanesOf(__m128i masks)
+{
+    return _mm_movemask_ps(_mm_castsi128_ps(masks));
+}
+
+inline __m128i loadFour(const uint8_t* from)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+}
+
+inline void storeFour(uint32_t* to, __m128i elements)
+{
+    _mm_store_si128(reinterpret_cast<__m128i*>(to), elements);
+}
+
 // Of one exponent: the series of the logarithm with the exponent multiplied in.
 struct Exponent {
     __m128d y;
@@ -24,7 +39,7 @@ struct Exponent {
 };
 
 // Four positive normal floats x = z 2^k, with z in the octave around 1 that the rows serve. The low byte of a row's
-// number tells the row. Any other bits are taken as those of such a number, k from -256 to 255.
+// number tells the row.
 struct Parts {
     __m128 z;
     __m128i k;
@@ -36,7 +51,7 @@ inline void splitFour(__m128i x, Parts& parts)
     const __m128i distance = _mm_sub_epi32(x, _mm_set1_epi32(firstMantissa));
     parts.k = _mm_srai_epi32(distance, 23);
     parts.z = _mm_castsi128_ps(_mm_sub_epi32(x, _mm_and_si128(distance, _mm_set1_epi32(-0x800000))));
-    _mm_store_si128(reinterpret_cast<__m128i*>(parts.rows), _mm_srli_epi32(distance, 15));
+    storeFour(parts.rows, _mm_srli_epi32(distance, 15));
 }
 
 inline __m128d rowAt(uint32_t row)
@@ -90,29 +105,24 @@ public:
     explicit Range(uint32_t y)
     {
         if (magnitude(y) > bitsOf(300.0f)) return;
-        const float size = floatOf(magnitude(y));
-        const int32_t octaves = size < 2.375f ? 126 : static_cast<int32_t>(300.0f / size);
+        const int32_t sixteenths = static_cast<int32_t>(floatOf(magnitude(y)) * 16);   // exact, and cut off
+        const int32_t octaves = sixteenths < 40 ? 126 : 5120 / (sixteenths + 1);
         first = _mm_set1_epi32((127 - octaves) << 23);
         last = _mm_set1_epi32(((127 + octaves + 2) << 23) - 1);
     }
 
-    // The lanes, as bits, in which all elements from the least to the greatest are of the range. The vectors are
-    // compared by words: the upper ones, signed, hold a float's sign and exponent.
-    int holds(__m128i least, __m128i greatest) const
+    // All bits set in the lanes in which an element from the least to the greatest is outside. The vectors are compared
+    // by words: the upper ones, signed, hold a float's sign and exponent.
+    __m128i outside(__m128i least, __m128i greatest) const
     {
-        const __m128i outside = _mm_or_si128(_mm_cmpgt_epi16(first, least), _mm_cmpgt_epi16(greatest, last));
-        return _mm_movemask_ps(_mm_castsi128_ps(outside)) ^ allLanes;
+        const __m128i words = _mm_or_si128(_mm_cmpgt_epi16(first, least), _mm_cmpgt_epi16(greatest, last));
+        return _mm_srai_epi32(words, 16);
     }
 
 private:
     __m128i first = _mm_set1_epi32(0x7FFFFFFF);
     __m128i last = _mm_set1_epi32(INT32_MIN);
 };
-
-inline __m128i loadFour(const uint8_t* from)
-{
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-}
 
 class Vector {
 public:
@@ -153,6 +163,9 @@ private:
             greatest = _mm_max_epi16(greatest, x);
         }
 
+        if (__builtin_expect(lanesOf(range.outside(least, greatest)) != 0, 0))
+            return raiseOutside(exponent, src, dst, count);
+
         Four powers[groupsTogether];
         for (size_t i = 0; i < count; ++i) {
             const __m128 z = parts[i].z;
@@ -164,9 +177,6 @@ private:
                                                          _mm_cvtepi32_pd(_mm_unpackhi_epi64(k, k)), rowAt(rows[2]),
                                                          rowAt(rows[3])));
         }
-
-        if (__builtin_expect(range.holds(least, greatest) != allLanes, 0))
-            return raiseOutside(src, powers, dst, count);
         for (size_t i = 0; i < count; ++i) storePowers(dst + i * 16, powers[i]);
     }
 
@@ -175,19 +185,28 @@ private:
         _mm_storeu_ps(reinterpret_cast<float*>(dst), _mm_movelh_ps(powersOfTwo(powers.low), powersOfTwo(powers.high)));
     }
 
-    [[gnu::noinline]] void raiseOutside(const uint8_t* src, const Four* powers, uint8_t* dst, size_t count)
+    // For the elements outside the pairs compute ones: arithmetic on what is no number of theirs would raise the
+    // processor's flags.
+    [[gnu::noinline]] void raiseOutside(const Exponent& exponent, const uint8_t* src, uint8_t* dst, size_t count)
     {
+        alignas(16) uint32_t elements[4 * groupsTogether];   // kept: in place the powers overwrite them
+        alignas(16) uint32_t inside[4 * groupsTogether];
+        int lanes[groupsTogether], lanesEverywhere = allLanes;
         for (size_t i = 0; i < count; ++i) {
             const __m128i x = loadFour(src + i * 16);
-            storePowers(dst + i * 16, powers[i]);
-            raiseLanes(range.holds(x, x) ^ allLanes, x, dst + i * 16);
+            const __m128i outside = range.outside(x, x);
+            const __m128i ones = _mm_and_si128(outside, _mm_set1_epi32(static_cast<int32_t>(positiveOne)));
+            storeFour(elements + 4 * i, x);
+            storeFour(inside + 4 * i, _mm_or_si128(_mm_andnot_si128(outside, x), ones));
+            lanes[i] = lanesOf(outside);
+            lanesEverywhere &= lanes[i];
         }
+        if (lanesEverywhere != allLanes) raiseTogether(exponent, bytesOf(inside), dst, count);
+        for (size_t i = 0; i < count; ++i) raiseLanes(lanes[i], elements + 4 * i, dst + i * 16);
     }
 
-    void raiseLanes(int lanes, __m128i elements, uint8_t* dst)
+    void raiseLanes(int lanes, const uint32_t* x, uint8_t* dst)
     {
-        alignas(16) uint32_t x[4];
-        _mm_store_si128(reinterpret_cast<__m128i*>(x), elements);
         for (int i = 0; i < 4; ++i) {
             if (!(lanes >> i & 1)) continue;
             const Power power = powerOf(x[i], y);

@@ -53,10 +53,17 @@ int32_t countChanges16s(const uint8_t* src, size_t samples)
     return sumOfFour(total) + countChanges16sSingly(src, i, samples);
 }
 
-// 1 in each lane whose product has its sign bit set and is not a zero; of the NaNs these are the negative ones.
+// The product of two NaN is the first one: compilers, for which a product has no order, may not choose which that is.
+inline __m128 productInOrder(__m128 first, __m128 second)
+{
+    asm("mulps %1, %0" : "+x"(first) : "x"(second));
+    return first;
+}
+
+// 1 in each lane whose product has its sign bit set and is not a zero; of the NaN these are the negative ones.
 inline __m128i changes32f(const uint8_t* src)
 {
-    const __m128 product = _mm_mul_ps(loadFloats(src - 4), loadFloats(src));
+    const __m128 product = productInOrder(loadFloats(src - 4), loadFloats(src));
     const __m128i isZero = _mm_castps_si128(_mm_cmpeq_ps(product, _mm_setzero_ps()));
     return _mm_andnot_si128(isZero, _mm_srli_epi32(_mm_castps_si128(product), 31));
 }

@@ -29,14 +29,14 @@ double plainSum(const float* src, int32_t len)
 
 double accurateSum(const float* src, int32_t len)
 {
-    double lanes[8] = {}, sum = 0;
+    double lanes[8] = {}, sum = 0, tail = 0;
     int32_t i = 0;
     for (; len - i >= 8; i += 8) {
         for (int lane = 0; lane < 8; lane++) lanes[lane] += load<float>(src + i + lane);
     }
-    for (; i < len; i++) sum += load<float>(src + i);
+    for (; i < len; i++) tail += load<float>(src + i);
     for (double lane : lanes) sum += lane;
-    return sum;
+    return sum + tail;
 }
 
 double fastSum(const float* src, int32_t len)

@@ -1,9 +1,9 @@
 #include "support/guarded.h"
 
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <mutex>
 #include <vector>
 
 #ifdef _WIN32
@@ -37,27 +37,13 @@ uint8_t* mapBetweenGuards(size_t size)
     return pages;
 }
 
-// The C++ library of the Windows compiler has no mutex.
-class SpinLock {
-public:
-    explicit SpinLock(std::atomic_flag& flag) : flag(flag)
-    {
-        while (flag.test_and_set(std::memory_order_acquire)) {
-        }
-    }
-    ~SpinLock() { flag.clear(std::memory_order_release); }
-
-private:
-    std::atomic_flag& flag;
-};
-
 // Mapping costs more than most tests: small mappings are kept and given out again.
 class Pool {
 public:
     uint8_t* take(size_t size)
     {
         {
-            const SpinLock lock(busy);
+            const std::lock_guard lock(mutex);
             auto& free = spare[size];
             if (!free.empty()) {
                 uint8_t* const pages = free.back();
@@ -71,7 +57,7 @@ public:
     void give(uint8_t* pages, size_t size)
     {
         if (size <= largestKept) {
-            const SpinLock lock(busy);
+            const std::lock_guard lock(mutex);
             spare[size].push_back(pages);
             return;
         }
@@ -84,7 +70,7 @@ public:
 
 private:
     static constexpr size_t largestKept = 16 * pageBytes;
-    std::atomic_flag busy = ATOMIC_FLAG_INIT;
+    std::mutex mutex;
     std::map<size_t, std::vector<uint8_t*>> spare;
 };
 
