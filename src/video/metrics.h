@@ -44,7 +44,7 @@ struct Prediction {
     Reference reference;
     ptrdiff_t below;
 };
-using KernelBoth = ruxStatus (*)(Reference src, Prediction forward, Prediction backward, int32_t* result);
+using KernelBoth = ruxStatus (*)(Reference src, const Prediction& forward, const Prediction& backward, int32_t* result);
 
 inline KernelBoth squaresBoth(int forwardMode, int backwardMode);
 

@@ -46,18 +46,19 @@ inline ruxStatus squares(int mode, Reference src, Reference reference, int32_t* 
 }
 
 template <int forwardMode, int backwardMode>
-ruxStatus measureBoth(Reference src, Prediction forward, Prediction backward, int32_t* result)
+ruxStatus measureBoth(Reference src, const Prediction& forward, const Prediction& backward, int32_t* result)
 {
+    const uint8_t *forwardRow = forward.reference.samples, *backwardRow = backward.reference.samples;
     SquareSum sum;
     for (int32_t y = 0; y < blockSize; ++y) {
         for (int32_t x = 0; x < blockSize; ++x) {
-            const int32_t first = exactPrediction<forwardMode>(forward.reference.samples + x, forward.below, 0);
-            const int32_t second = exactPrediction<backwardMode>(backward.reference.samples + x, backward.below, 0);
+            const int32_t first = exactPrediction<forwardMode>(forwardRow + x, forward.below, 0);
+            const int32_t second = exactPrediction<backwardMode>(backwardRow + x, backward.below, 0);
             sum.add(((first + second + 1) >> 1) - src.samples[x]);
         }
         src.samples += src.stride;
-        forward.reference.samples += forward.reference.stride;
-        backward.reference.samples += backward.reference.stride;
+        forwardRow += forward.reference.stride;
+        backwardRow += backward.reference.stride;
     }
     store(result, sum.sum);
     return ruxStatusOk;

@@ -44,7 +44,7 @@ inline ruxStatus squares(int mode, Reference src, Reference reference, int32_t* 
 template <int mode>
 class RowsAside {
 public:
-    explicit RowsAside(Prediction prediction) : at(prediction) {}
+    explicit RowsAside(const Prediction& prediction) : at(prediction) {}
     Samples next()
     {
         const uint8_t* const row = at.reference.samples;
@@ -63,15 +63,15 @@ private:
 };
 
 template <int mode, bool isNextRow>
-inline auto predictedRows(Prediction prediction, ptrdiff_t column)
+inline auto predictedRows(const Prediction& prediction, ptrdiff_t column)
 {
-    prediction.reference.samples += column;
-    if constexpr (isNextRow) return exactSampleRows<mode, Samples, ExactUp>(prediction.reference);
-    else return RowsAside<mode>(prediction);
+    const Reference from = {prediction.reference.samples + column, prediction.reference.stride};
+    if constexpr (isNextRow) return exactSampleRows<mode, Samples, ExactUp>(from);
+    else return RowsAside<mode>({from, prediction.below});
 }
 
 template <int forwardMode, int backwardMode, bool isNextRow>
-inline int32_t sumOfBoth(Reference src, Prediction forward, Prediction backward)
+inline int32_t sumOfBoth(Reference src, const Prediction& forward, const Prediction& backward)
 {
     SquareSum sum;
     for (int32_t column = 0; column < blockSize; column += static_cast<int32_t>(Samples::size)) {
@@ -88,7 +88,7 @@ inline int32_t sumOfBoth(Reference src, Prediction forward, Prediction backward)
 }
 
 template <int forwardMode, int backwardMode>
-ruxStatus measureBoth(Reference src, Prediction forward, Prediction backward, int32_t* result)
+ruxStatus measureBoth(Reference src, const Prediction& forward, const Prediction& backward, int32_t* result)
 {
     [[maybe_unused]] const Registers state{};
     constexpr bool readsBelow = ((forwardMode | backwardMode) & modeIndex(mcHalfVert)) != 0;

@@ -9,7 +9,7 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-constexpr int32_t maxRunShift = 20;
+constexpr int32_t maxRunShift = 20;   // below it the forms of the escape and the end of block
 constexpr int32_t mostRunOfBlock = 63;
 constexpr int32_t mostMagnitude = 32768;
 
@@ -52,7 +52,7 @@ public:
     // False: the list does not fit its table.
     bool build(uint32_t* block)
     {
-        block[0] = special | static_cast<uint32_t>(maxRun) << maxRunShift;
+        block[0] = (special & ((1u << maxRunShift) - 1)) | static_cast<uint32_t>(maxRun) << maxRunShift;
         int32_t centre = maxRun + 2 + runs[0].count / 2;
         for (int32_t run = 0; run <= maxRun; ++run) {
             if (run > 0) centre += runs[run - 1].count / 2 + runs[run].count / 2 + 1;
