@@ -22,11 +22,11 @@ struct Subbands {
     }
     explicit Subbands(const Shape& shape) : lowLow(shape, 1), highLow(shape, 2), lowHigh(shape, 3), highHigh(shape, 4) {}
 
-    ruxStatus transform(const Image<float>& src, const Forward& forward) const
+    ruxStatus transform(const Image<float>& src, const Forward& forward, const HostState& host) const
     {
-        return call(ruxiWTFwd_32f_C1R, src.data(), src.step(), lowLow.data(), lowLow.step(), highLow.data(),
-                    highLow.step(), lowHigh.data(), lowHigh.step(), highHigh.data(), highHigh.step(), lowLow.roi(),
-                    forward.spec, forward.work());
+        return callUnder(host, ruxiWTFwd_32f_C1R, src.data(), src.step(), lowLow.data(), lowLow.step(), highLow.data(),
+                         highLow.step(), lowHigh.data(), lowHigh.step(), highHigh.data(), highHigh.step(),
+                         lowLow.roi(), forward.spec, forward.work());
     }
     const Image<float>& band(bool highVertical, bool highHorizontal) const
     {
@@ -38,13 +38,13 @@ struct Subbands {
 };
 
 static void expectTransform(Level level, const FilterPair& pair, const Image<float>& src, const Subbands& bands,
-                            int misalignment, Digest* digest = nullptr)
+                            int misalignment, Digest* digest = nullptr, const HostState& host = HostState())
 {
     const Image<float> copies[4] = {bands.lowLow.clone(), bands.lowHigh.clone(), bands.highLow.clone(),
                                     bands.highHigh.clone()};
     const auto source = src.clone();
     const Forward forward(pair, misalignment);
-    ASSERT_EQ(bands.transform(src, forward), 0);
+    ASSERT_EQ(bands.transform(src, forward, host), 0);
     ASSERT_TRUE(src.equals(source));
     for (int i = 0; i < 4; i++) {
         const bool highVertical = i >= 2, highHorizontal = i % 2 == 1;
@@ -85,6 +85,38 @@ TEST_P(WaveletForward, everyPlaceOfTheDestination)
             if (HasFailure()) return;
         }
     }
+}
+
+// Sums keep their order, their precision and the sign of their zeros.
+TEST_P(WaveletForward, cancellingSums)
+{
+    Random random(79);
+    for (int i = 0; i < 120; i++) {
+        const FilterPair pair = cancellingPair(random);
+        const ruxiSize size = {random.between(1, 40), 2};
+        const Image<float> src(sourceShape(pair, size), static_cast<uint64_t>(i), cancellingSamples);
+        const Subbands bands{Shape{size.width, size.height}.at({Edge::start, 4 * random.between(0, 3)})};
+        const int precisions[] = {24, 53, 64};
+        expectTransform(level(), pair, src, bands, 0, nullptr, HostState().precision(precisions[i % 3]));
+        if (HasFailure()) return;
+    }
+}
+
+// Both passes down the columns come before the first band is written: bands may stand where the source's rows were.
+TEST_P(WaveletForward, bandsInPlaceOfTheSource)
+{
+    FilterPair pair;
+    pair.low = {{0.5f, 0.5f}, 1};
+    pair.high = {{-0.5f, 0.5f}, 1};
+    const Forward forward(pair);
+    Image<float> image(Shape{4, 2});
+    for (int i = 0; i < 8; i++) image.set(i % 4, i / 4, static_cast<float>(i + 1));
+    float* const rows[2] = {image.data(), image.data() + image.step() / 4};
+    ASSERT_EQ(call(ruxiWTFwd_32f_C1R, static_cast<const float*>(rows[0]), image.step(), rows[0], image.step(), rows[1],
+                   image.step(), rows[0] + 2, image.step(), rows[1] + 2, image.step(), ruxiSize{2, 1},
+                   static_cast<const ruxWTFwdSpec*>(forward.spec), forward.work()), 0);
+    const float expected[8] = {3.5f, 5.5f, -0.5f, -0.5f, -2, -2, 0, 0};
+    for (int i = 0; i < 8; i++) EXPECT_EQ(image.get(i % 4, i / 4), expected[i]) << i;
 }
 
 // The fields that the contract lays out.

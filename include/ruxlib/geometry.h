@@ -136,11 +136,15 @@ ruxStatus RUXCALL ruxiGetSpatialMoment_64f(const ruxMomentState* state, int32_t 
  * and stands at any multiple of 4. Borders are the caller's: samples around a region are read as they stand.
  *
  * Levels: px and m6 agree, a6 and w7 agree, and the pairs differ in the last bits of a float. The former compute in
- * double and round to float after each tap of a column and once for an output of a row. The latter compute in float on
- * the columns and on blocks of outputs of a row that begin at a 16-byte boundary of the destination. The outputs before
- * these blocks, and in the forward transform the one to four after them, are summed in double, so that the last bits
- * depend on the destination's address; image columns are worked off 256 columns of a band at a time, each time with
- * blocks of their own. Destinations may stand at any address.
+ * double and round to float after each tap of a column and once for an output of a row; in the forward transform rows
+ * of 8 taps or more sum groups of four from the last tap on. The latter compute in float on the columns and on blocks
+ * of outputs of a row that begin at a 16-byte boundary of the destination. The outputs before these blocks, and in the
+ * forward transform the one to four after them, are summed in double, so that the last bits depend on the destination's
+ * address; image columns are worked off 256 columns of a band at a time, each time with blocks of their own.
+ * Destinations may stand at any address; one off a multiple of 4 has no blocks.
+ *
+ * A row is worked off in the order of the formulas: the forward transform runs down the columns for both filters before
+ * it writes the first band, the inverse one writes the low part of a row before it reads the bands of the high part.
  */
 typedef struct ruxWTFwdSpec ruxWTFwdSpec;
 typedef struct ruxWTInvSpec ruxWTInvSpec;
@@ -149,7 +153,8 @@ typedef struct ruxWTInvSpec ruxWTInvSpec;
  * Creates the object of a forward transform from its analysis filters.
  *
  * Statuses: ruxStatusNullPointer (spec, lowTaps, highTaps); ruxStatusSizeError (a length below 2); ruxStatusAnchor (an
- * anchor outside its filter); ruxStatusMemoryAllocated, with everything released and null stored through spec.
+ * anchor outside its filter); ruxStatusMemoryAllocated, also for filters whose object or work buffer would need more
+ * bytes than an int32 tells, with everything released and null stored through spec.
  */
 ruxStatus RUXCALL ruxiWTFwdInitAlloc_32f_C1R(ruxWTFwdSpec** spec, const float* lowTaps, int32_t lowLength,
                                              int32_t lowAnchor, const float* highTaps, int32_t highLength,

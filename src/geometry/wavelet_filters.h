@@ -111,13 +111,25 @@ inline bool bufferFits(int64_t firstRow, int64_t secondRow)
     return paddedBytes(firstRow) + secondRow * 4 <= INT32_MAX;
 }
 
-// A plane of floats that is read, around its region too.
-struct Plane {
-    const uint8_t* first;
+// A plane of floats.
+template <typename Byte>
+struct Floats {
+    Byte* first;
     int32_t step;
 
-    const uint8_t* at(ptrdiff_t row, ptrdiff_t column) const { return first + row * step + column * 4; }
+    Byte* at(ptrdiff_t row, ptrdiff_t column) const { return first + row * step + column * 4; }
 };
+using ReadFloats = Floats<const uint8_t>;   // around its region too
+using WrittenFloats = Floats<uint8_t>;
+
+// Blocks of columns of a band as long as more columns remain, then one with the rest.
+template <typename Action>
+inline void forEachBlock(int32_t columns, Action action)
+{
+    int32_t column = 0;
+    for (; columns - column > blockColumns; column += blockColumns) action(column, blockColumns);
+    action(column, columns - column);
+}
 
 // A hint that a row is read or written soon; at px and m6 nothing.
 void prefetchRow(const uint8_t* row, int32_t columns);

@@ -116,53 +116,43 @@ inline ruxWTFwdSpec* makeForwardSpec(const HostFilter& low, const HostFilter& hi
     return nullptr;
 }
 
-struct Band {
-    uint8_t* first;
-    int32_t step;
-
-    uint8_t* at(ptrdiff_t row, ptrdiff_t column) const { return first + row * step + column * 4; }
-};
-
 // The bands of one vertical filter.
 struct BandPair {
-    Band low;
-    Band high;
+    WrittenFloats low;
+    WrittenFloats high;
 };
 
-// One vertical filter's part of an output row: down the columns into the row buffer, then along it into both bands.
-inline void transformRow(const Plane& src, const ruxWTFwdSpec& spec, const ruxWTFilter& vertical, const BandPair& bands,
-                         float* rowBuffer, int32_t y, int32_t column, int32_t width)
-{
-    const uint8_t* const from =
-        src.at(ptrdiff_t(2) * y - vertical.leftBorder, ptrdiff_t(2) * column - spec.leftBorder);
-    filterColumns(rowBuffer, spec.leftBorder + spec.rightBorder + 2 * width,
-                  ColumnInput{from, src.step, vertical.columnFilter});
-    const auto filterInto = [=, &spec](const Band& band, const ruxWTFilter& horizontal) {
-        prefetchRow(band.at(y + 1, column), width);
-        filterRow(rowBuffer + spec.leftBorder - horizontal.leftBorder, *horizontal.rowFilter, band.at(y, column),
-                  width);
-    };
-    filterInto(bands.low, *spec.lowFilter);
-    filterInto(bands.high, *spec.highFilter);
-}
-
-// Not inlined: nothing is computed before the caller has set the stack's precision.
-[[gnu::noinline]] void transform(const Plane& src, const ruxWTFwdSpec& spec, const BandPair& low, const BandPair& high,
-                                 ruxiSize size, uint8_t* buffer)
+// Not inlined: nothing is computed before the caller has set the stack's precision. Both passes down the columns of an
+// output row come first: a band may stand where the source's rows were.
+[[gnu::noinline]] void transform(const ReadFloats& src, const ruxWTFwdSpec& spec, const BandPair& low,
+                                 const BandPair& high, ruxiSize size, uint8_t* buffer)
 {
     float* const lowRow = reinterpret_cast<float*>(buffer);
     float* const highRow = reinterpret_cast<float*>(buffer + spec.rowBufferBytes);
-    for (int32_t column = 0; column < size.width; column += blockColumns) {
-        const int32_t left = size.width - column;
-        const int32_t width = left < blockColumns ? left : blockColumns;
+    forEachBlock(size.width, [&](int32_t column, int32_t width) {
+        const auto passDown = [&](const ruxWTFilter& vertical, float* row, int32_t y) {
+            filterColumns(row, spec.leftBorder + spec.rightBorder + 2 * width,
+                          ColumnInput{src.at(ptrdiff_t(2) * y - vertical.leftBorder,
+                                             ptrdiff_t(2) * column - spec.leftBorder),
+                                      src.step, vertical.columnFilter});
+        };
+        const auto passAlong = [&](const float* row, const ruxWTFilter& horizontal, const WrittenFloats& band,
+                                   int32_t y) {
+            prefetchRow(band.at(y + 1, column), width);
+            filterRow(row + spec.leftBorder - horizontal.leftBorder, *horizontal.rowFilter, band.at(y, column), width);
+        };
         for (int32_t y = 0; y < size.height; ++y) {
             const ptrdiff_t ahead = ptrdiff_t(2) * y + spec.rightBorder + 2;   // first of two that come in
             prefetchRow(src.at(ahead, ptrdiff_t(2) * column), 2 * width);
-            transformRow(src, spec, *spec.lowFilter, low, lowRow, y, column, width);
+            passDown(*spec.lowFilter, lowRow, y);
             prefetchRow(src.at(ahead + 1, ptrdiff_t(2) * column), 2 * width);
-            transformRow(src, spec, *spec.highFilter, high, highRow, y, column, width);
+            passDown(*spec.highFilter, highRow, y);
+            passAlong(lowRow, *spec.lowFilter, low.low, y);
+            passAlong(lowRow, *spec.highFilter, low.high, y);
+            passAlong(highRow, *spec.lowFilter, high.low, y);
+            passAlong(highRow, *spec.highFilter, high.high, y);
         }
-    }
+    });
 }
 
 }

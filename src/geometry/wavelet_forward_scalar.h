@@ -7,11 +7,6 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-float* makeReversedTaps(const PickedTaps& from)
-{
-    return reversedTaps<1>(from);
-}
-
 inline double product(const float* src, const float* taps, int32_t i)
 {
     return static_cast<double>(src[i]) * taps[i];

@@ -55,11 +55,10 @@ inline void filterBlocks(const float* src, const ruxWTRowTaps& filter, uint8_t* 
 }
 
 // Singly up to the first output at a 16-byte boundary, blocks of four as long as more than four are left, singly the
-// last one to four. A destination off a multiple of 4 meets no boundary.
+// last one to four.
 void filterRow(const float* src, const ruxWTRowTaps& filter, uint8_t* dst, int32_t width)
 {
-    const int32_t toBoundary = static_cast<int32_t>(bytesToBoundary(dst, 16) / 4);
-    const int32_t head = isAligned(dst, 4) && toBoundary < width ? toBoundary : width;
+    const int32_t head = outputsToBoundary(dst, width);
     filterSingly(src, filter, dst, head);
     src += 2 * static_cast<ptrdiff_t>(head);
     dst += 4 * static_cast<ptrdiff_t>(head);

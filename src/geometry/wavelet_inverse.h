@@ -63,8 +63,9 @@ struct RowPhases {
     RowPhase second;
 };
 
-// The pass along a row: a sample is the low part's sum, rounded, and the high part's sum added to it and rounded.
-void filterRow(RowPhases low, RowPhases high, uint8_t* dst, int32_t samples);
+// The pass along a row: the sums replace the samples or are added to them, and rounded once.
+template <bool adding>
+void filterRow(RowPhases phases, uint8_t* dst, int32_t samples);
 
 inline bool isSound(const ruxWTPhase* phase)
 {
@@ -195,15 +196,15 @@ inline ruxWTInvSpec* makeInverseSpec(const HostFilter& low, const HostFilter& hi
 
 // The four bands: the first word is the vertical filter, the second the horizontal one.
 struct Bands {
-    Plane lowLow;
-    Plane highLow;
-    Plane lowHigh;
-    Plane highHigh;
+    ReadFloats lowLow;
+    ReadFloats highLow;
+    ReadFloats lowHigh;
+    ReadFloats highHigh;
 };
 
 // What the vertical phase for output rows of one parity meets of a band, from the column where the row buffer of the
 // horizontal filter begins.
-inline ColumnInput inputOf(const Plane& band, const ruxWTPhase& vertical, const ruxWTSynthesisFilter& horizontal,
+inline ColumnInput inputOf(const ReadFloats& band, const ruxWTPhase& vertical, const ruxWTSynthesisFilter& horizontal,
                            int32_t i, int32_t column, int32_t width)
 {
     prefetchRow(band.at(ptrdiff_t(i) + vertical.phaseAnchor + 1, column), width);
@@ -224,33 +225,32 @@ inline RowPhases phasesOf(const float* rowBuffer, const ruxWTSynthesisFilter& ho
 }
 
 // Not inlined: nothing is computed before the caller has set the stack's precision.
-[[gnu::noinline]] void transform(const Bands& src, ruxiSize size, uint8_t* dst, int32_t dstStep,
-                                 const ruxWTInvSpec& spec, uint8_t* buffer)
+[[gnu::noinline]] void transform(const Bands& src, ruxiSize size, const WrittenFloats& dst, const ruxWTInvSpec& spec,
+                                 uint8_t* buffer)
 {
     const ruxWTSynthesisFilter& low = *spec.lowFilter;
     const ruxWTSynthesisFilter& high = *spec.highFilter;
     float* const lowRow = reinterpret_cast<float*>(buffer);
     float* const highRow = reinterpret_cast<float*>(buffer + spec.lowBufferBytes);
-    for (int32_t column = 0; column < size.width; column += blockColumns) {
-        const int32_t left = size.width - column;
-        const int32_t width = left < blockColumns ? left : blockColumns;
-        uint8_t* row = dst + static_cast<ptrdiff_t>(column) * 8;
+    forEachBlock(size.width, [&](int32_t column, int32_t width) {
+        uint8_t* row = dst.at(0, ptrdiff_t(2) * column);
         const auto makeRow = [&](int32_t i, const ruxWTPhase& lowPhase, const ruxWTPhase& highPhase) {
             filterColumns(lowRow, low.leftBorder + low.rightBorder + width,
                           inputOf(src.lowLow, lowPhase, low, i, column, width),
                           inputOf(src.highLow, highPhase, low, i, column, width));
+            prefetchRow(row + dst.step, 2 * width);
+            filterRow<false>(phasesOf(lowRow, low), row, 2 * width);
             filterColumns(highRow, high.leftBorder + high.rightBorder + width,
                           inputOf(src.lowHigh, lowPhase, high, i, column, width),
                           inputOf(src.highHigh, highPhase, high, i, column, width));
-            prefetchRow(row + dstStep, 2 * width);
-            filterRow(phasesOf(lowRow, low), phasesOf(highRow, high), row, 2 * width);
-            row += dstStep;
+            filterRow<true>(phasesOf(highRow, high), row, 2 * width);
+            row += dst.step;
         };
         for (int32_t i = 0; i < size.height; ++i) {
             makeRow(i, *low.phaseForEvenRows, *high.phaseForEvenRows);
             makeRow(i, *low.phaseForOddRows, *high.phaseForOddRows);
         }
-    }
+    });
 }
 
 }
@@ -301,7 +301,7 @@ ruxStatus RUXCALL ruxiWTInv_32f_C1R(const float* srcLowLow, int32_t stepLowLow, 
                {bytesOf(srcHighLow), stepHighLow},
                {bytesOf(srcLowHigh), stepLowHigh},
                {bytesOf(srcHighHigh), stepHighHigh}},
-              srcRoiSize, bytesOf(dst), dstStep, *spec, buffer);
+              srcRoiSize, {bytesOf(dst), dstStep}, *spec, buffer);
     return ruxStatusOk;
 }
 

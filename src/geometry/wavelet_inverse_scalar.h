@@ -7,11 +7,6 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-float* makeReversedTaps(const PickedTaps& from)
-{
-    return reversedTaps<1>(from);
-}
-
 inline double sumOfProducts(const RowPhase& phase, int32_t j)
 {
     double sum = 0.0;
@@ -19,17 +14,18 @@ inline double sumOfProducts(const RowPhase& phase, int32_t j)
     return sum;
 }
 
-inline float sampleOf(const RowPhase& low, const RowPhase& high, int32_t j)
+template <bool adding>
+inline void putSample(uint8_t* dst, double sum)
 {
-    const float lowPart = roundedToSingle(sumOfProducts(low, j));
-    return roundedToSingle(sumOfProducts(high, j) + lowPart);
+    store(dst, roundedToSingle(adding ? sum + load<float>(dst) : sum));
 }
 
-void filterRow(RowPhases low, RowPhases high, uint8_t* dst, int32_t samples)
+template <bool adding>
+void filterRow(RowPhases phases, uint8_t* dst, int32_t samples)
 {
     for (int32_t j = 0; j < samples / 2; ++j, dst += 8) {
-        store(dst, sampleOf(low.first, high.first, j));
-        store(dst + 4, sampleOf(low.second, high.second, j));
+        putSample<adding>(dst, sumOfProducts(phases.first, j));
+        putSample<adding>(dst + 4, sumOfProducts(phases.second, j));
     }
 }
 

@@ -37,12 +37,6 @@ inline double sumInDouble(const RowPhase& phase)
     return sum;
 }
 
-inline float sampleInDouble(const RowPhase& low, const RowPhase& high)
-{
-    const float lowPart = roundedToSingle(sumInDouble(low));
-    return roundedToSingle(sumInDouble(high) + lowPart);
-}
-
 // Some vectors of one phase. Always inlined, so that the sums stay in registers.
 template <int vectors>
 [[gnu::always_inline]] inline void sumPhase(const RowPhase& phase, __m128* sums)
@@ -58,34 +52,28 @@ template <int vectors>
     }
 }
 
-// The samples of one parity in some vectors.
-template <int vectors>
-[[gnu::always_inline]] inline void sumParts(const RowPhase& low, const RowPhase& high, __m128* samples)
+template <bool adding>
+inline void putVector(float* to, __m128 sum)
 {
-    __m128 highPart[vectors];
-    sumPhase<vectors>(low, samples);
-    sumPhase<vectors>(high, highPart);
-#pragma GCC unroll 4
-    for (int v = 0; v < vectors; ++v) samples[v] = _mm_add_ps(highPart[v], samples[v]);
+    _mm_store_ps(to, adding ? _mm_add_ps(sum, _mm_load_ps(to)) : sum);
 }
 
 // Blocks of eight samples, four of each parity, as long as they last.
-template <int blocks>
-inline void filterBlocks(RowPhases& low, RowPhases& high, uint8_t*& dst, int32_t& samples)
+template <bool adding, int blocks>
+inline void filterBlocks(RowPhases& phases, uint8_t*& dst, int32_t& samples)
 {
     for (; samples >= blocks * 8; samples -= blocks * 8, dst += blocks * 32) {
         __m128 first[blocks];
         __m128 second[blocks];
-        sumParts<blocks>(low.first, high.first, first);
-        sumParts<blocks>(low.second, high.second, second);
+        sumPhase<blocks>(phases.first, first);
+        sumPhase<blocks>(phases.second, second);
 #pragma GCC unroll 4
         for (int b = 0; b < blocks; ++b) {
             float* const to = reinterpret_cast<float*>(dst) + b * 8;
-            _mm_store_ps(to, _mm_unpacklo_ps(first[b], second[b]));
-            _mm_store_ps(to + 4, _mm_unpackhi_ps(first[b], second[b]));
+            putVector<adding>(to, _mm_unpacklo_ps(first[b], second[b]));
+            putVector<adding>(to + 4, _mm_unpackhi_ps(first[b], second[b]));
         }
-        passBlocks<blocks>(low);
-        passBlocks<blocks>(high);
+        passBlocks<blocks>(phases);
     }
 }
 
@@ -98,18 +86,22 @@ inline __m128 sumInLane(const RowPhase& phase)
     return sum;
 }
 
-// A destination off a multiple of 4 meets no boundary. An odd number of samples before it changes the phases' turns.
-void filterRow(RowPhases low, RowPhases high, uint8_t* dst, int32_t samples)
+// An odd number of samples before the boundary changes the phases' turns.
+template <bool adding>
+void filterRow(RowPhases phases, uint8_t* dst, int32_t samples)
 {
-    const int32_t toBoundary = static_cast<int32_t>(bytesToBoundary(dst, 16) / 4);
-    int32_t head = isAligned(dst, 4) && toBoundary < samples ? toBoundary : samples;
+    int32_t head = outputsToBoundary(dst, samples);
     samples -= head;
-    for (; head > 0; --head, dst += 4, passSample(low), passSample(high))
-        store(dst, sampleInDouble(low.first, high.first));
-    filterBlocks<widest / 2>(low, high, dst, samples);
-    filterBlocks<1>(low, high, dst, samples);
-    for (; samples > 0; --samples, dst += 4, passSample(low), passSample(high))
-        FourFloats{_mm_add_ss(sumInLane(high.first), sumInLane(low.first))}.storeOne(dst);
+    for (; head > 0; --head, dst += 4, passSample(phases)) {
+        const double sum = sumInDouble(phases.first);
+        store(dst, roundedToSingle(adding ? sum + load<float>(dst) : sum));
+    }
+    filterBlocks<adding, widest / 2>(phases, dst, samples);
+    filterBlocks<adding, 1>(phases, dst, samples);
+    for (; samples > 0; --samples, dst += 4, passSample(phases)) {
+        const __m128 sum = sumInLane(phases.first);
+        FourFloats{adding ? _mm_add_ss(sum, FourFloats::loadOne(dst).value) : sum}.storeOne(dst);
+    }
 }
 
 }

@@ -11,6 +11,11 @@ float* makeColumnTaps(const PickedTaps& from)
     return copiedTaps(from);
 }
 
+float* makeReversedTaps(const PickedTaps& from)
+{
+    return reversedTaps<1>(from);
+}
+
 inline void prefetchRow(const uint8_t*, int32_t) {}
 
 // A product of floats is exact in double; storing the element is what rounds it.

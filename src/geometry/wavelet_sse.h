@@ -76,6 +76,13 @@ template <typename Step>
     }
 }
 
+// The outputs of a row before its first one at a 16-byte boundary. A destination off a multiple of 4 meets none.
+inline int32_t outputsToBoundary(const uint8_t* dst, int32_t outputs)
+{
+    const int32_t before = static_cast<int32_t>(bytesToBoundary(dst, 16) / 4);
+    return isAligned(dst, 4) && before < outputs ? before : outputs;
+}
+
 // A few columns through all taps of an input. Always inlined, so that the sums stay in registers.
 template <typename Columns>
 [[gnu::always_inline]] inline void addInput(const ColumnInput& input, ptrdiff_t offset, __m128* sums)

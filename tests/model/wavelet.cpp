@@ -72,12 +72,14 @@ float rowAround(const WaveletFilter& f, const float* elements)
     return static_cast<float>(sum);
 }
 
-// In a block: two running sums, of even and odd positions from the last tap.
+// In a block: two running sums, of even and odd positions from the last tap, taken in pairs: beside an odd last one
+// stands 0.0.
 float rowInBlock(const WaveletFilter& f, const float* elements)
 {
     float sums[2] = {0, 0};
-    for (int i = 0; i < f.length(); i++) {
-        const float product = elements[i] * f.taps[static_cast<size_t>(f.length() - 1 - i)];
+    for (int i = 0; i < f.length() + f.length() % 2; i++) {
+        const float tap = i < f.length() ? f.taps[static_cast<size_t>(f.length() - 1 - i)] : 0.0f;
+        const float product = elements[i] * tap;
         sums[i & 1] += product;
     }
     return sums[0] + sums[1];
