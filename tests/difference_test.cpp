@@ -140,6 +140,27 @@ TEST_P(Difference, roundControlLowersTheRounding)
     });
 }
 
+// A host should give nothing but 0 and 1; if it does, the levels still agree.
+TEST_P(Difference, anyRoundControl)
+{
+    Random random(1);
+    eachSize([&](const auto& one, const auto& two, int size) {
+        for (const int32_t roundControl : {2, 3, -1, -2, 4, 255, 256, 511, 1024, -70000, 70001}) {
+            for (const int32_t mode : halfPelModes) {
+                const Image<uint8_t> src(Shape{size, size}, random.next());
+                const Image<uint8_t> ref(halfPelShape(size, size, mode), random.next());
+                const Image<int16_t> dst(Shape{size, size}, 1), pred(Shape{size, size}, 2);
+                agree(one, src, src.step(), ref, ref.step(), dst, dst.step(), pred, pred.step(), mode, roundControl);
+                for (const int32_t otherMode : halfPelModes) {
+                    const Image<uint8_t> other(halfPelShape(size, size, otherMode), random.next());
+                    agree(two, src, src.step(), ref, ref.step(), mode, other, other.step(), otherMode, dst, dst.step(),
+                          roundControl);
+                }
+            }
+        }
+    });
+}
+
 TEST_P(Difference, predictionIsOptional)
 {
     eachSize([&](const auto& one, const auto&, int size) {

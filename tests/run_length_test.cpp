@@ -1,159 +1,12 @@
-// Run-length encoding, against the models and the contract's numbers.
-#include "code_lists.h"
+// Writing of blocks, against the models and the contract's numbers.
+#include <bitset>
+
 #include "model/run_length.h"
-#include "ruxlib.h"
-#include "support/family.h"
+#include "run_length_tables.h"
 
 namespace rux::test {
 
 RUX_FAMILY(RunLength, "run_length");
-
-using model::ListForm;
-
-static std::vector<int32_t> listOf(const std::vector<SourceCode>& codes, const std::vector<int32_t>& widths = {8, 5, 4})
-{
-    return sourceList(ListForm::runLevel, widths, codes);
-}
-
-static SourceCode randomCode(Random& random, int32_t run, int32_t level)
-{
-    const int length = random.between(1, 17);
-    const auto bits = static_cast<int32_t>(random.below(1u << std::min(length, 16)));
-    return {length, bits, run, level};
-}
-
-// Whole lists: for each run both signs of every level up to the run's greatest. Some runs have none.
-static std::vector<SourceCode> wholeCodes(Random& random)
-{
-    std::vector<SourceCode> codes;
-    const int maxRun = random.oneIn(4) ? 0 : random.between(1, random.oneIn(4) ? 70 : 31);
-    for (int run = 0; run <= maxRun; run++) {
-        const int greatest = random.oneIn(4) ? 0 : random.between(1, run < 2 ? 40 : 4);
-        for (int level = 1; level <= greatest; level++) {
-            codes.push_back(randomCode(random, run, level));
-            codes.push_back(randomCode(random, run, -level));
-        }
-    }
-    if (random.oneIn(2)) codes.push_back({6, 1, 255, 0});
-    if (random.oneIn(2)) codes.push_back({random.between(1, 4), random.between(0, 3), 254, 0});
-    return codes;
-}
-
-static std::vector<SourceCode> hostileCodes(Random& random)
-{
-    std::vector<SourceCode> codes;
-    const int count = random.between(0, 12);
-    for (int i = 0; i < count; i++) {
-        const int32_t run = random.oneIn(10) ? random.between(-3, 400) : random.between(0, 6);
-        const int32_t level = random.oneIn(10) ? random.between(-3000, 3000) : random.between(-3, 3);
-        codes.push_back(randomCode(random, run, level));
-    }
-    return codes;
-}
-
-// The library's table of a list that ends at a faulting page.
-class Table {
-public:
-    explicit Table(const std::vector<int32_t>& words, Place place = {})
-        : list(vectorOf(static_cast<int>(words.size())).at(place))
-    {
-        for (size_t i = 0; i < words.size(); i++) list.set(static_cast<int>(i), 0, words[i]);
-        const auto before = list.clone();
-        status = call(ruxiCreateRLEncodeTable, list.data(), &words_);
-        EXPECT_TRUE(list.equals(before)) << "the list was written";
-    }
-    ~Table()
-    {
-        if (status == 0) call(ruxsFree, static_cast<void*>(words_));
-    }
-    Table(const Table&) = delete;
-
-    const uint32_t* words() const { return words_; }
-    uint32_t operator[](size_t i) const { return words_[i]; }
-
-    ruxStatus status;
-
-private:
-    Image<int32_t> list;
-    uint32_t* words_ = nullptr;
-};
-
-static void expectTable(const std::vector<int32_t>& list, Place place, Digest& digest)
-{
-    const auto expected = model::buildEncodeTable(list.data());
-    const Table table(list, place);
-    if (expected.damaged && table.status == ruxStatusMemoryAllocated) return;
-    ASSERT_EQ(table.status, expected.status);
-    digest.add(table.status);
-    for (size_t i = 0; i < expected.words.size(); i++) {
-        if (!expected.written[i]) continue;
-        ASSERT_EQ(table[i], expected.words[i]) << "word " << i;
-        digest.add(&expected.words[i], 4);
-    }
-}
-
-TEST_P(RunLength, ruxiCreateRLEncodeTable)
-{
-    Digest digest;
-    for (int i = 0; i < 600 && !HasFailure(); i++) {
-        const Note note([&] { return "list " + std::to_string(i); });
-        Random random(static_cast<uint64_t>(i) + 1);
-        Place place;
-        if (i % 4 == 1) place = {Edge::start, i % 64};
-        expectTable(listOf(i % 3 == 0 ? hostileCodes(random) : wholeCodes(random)), place, digest);
-    }
-    expectGolden("run_length", "ruxiCreateRLEncodeTable", level(), digest);
-}
-
-// Lists that would be written outside their table are refused, and nothing is leaked.
-TEST_P(RunLength, listsThatDoNotFit)
-{
-    const std::vector<SourceCode> lists[] = {{{3, 1, 256, 1}, {3, 2, 256, -1}},
-                                             {{3, 1, -1, 1}, {3, 2, -1, -1}},
-                                             {{3, 1, 0, 1}, {3, 2, 0, 2}},           // one sign, at the table's end
-                                             {{3, 1, 0, 1}, {3, 2, 0, -1}, {3, 3, 0, 2}, {3, 4, 0, -2},
-                                              {3, 5, 1, -2}},                       // level 2 would be read there
-                                             {{3, 1, 0, 2000}, {3, 2, 0, -1}},
-                                             {{3, 1, 0, 1}, {3, 2, 0, -2000}}};
-    for (const auto& codes : lists) {
-        const Table table(listOf(codes));
-        EXPECT_EQ(table.status, ruxStatusMemoryAllocated);
-        EXPECT_EQ(outstandingBlocks(), 0);
-    }
-}
-
-TEST_P(RunLength, layoutOfATable)
-{
-    const Table table(listOf({{2, 3, 0, 1}, {3, 5, 0, -1}, {5, 4, 0, 2}, {5, 5, 0, -2}, {4, 6, 2, 1}, {4, 7, 2, -1},
-                              {6, 1, 255, 0}, {2, 2, 254, 0}}));
-    ASSERT_EQ(table.status, 0);
-    EXPECT_EQ(table[0], 6u | 1 << 4 | 2 << 10 | 2 << 14 | 2 << 20);
-    const size_t centre = 2 + 2 + 2;   // 4 * maxRun + 8 + 4 * h(0) bytes
-    EXPECT_EQ(table[1], 4 * centre);
-    EXPECT_EQ(table[2], 4 * (centre + 2 + 0 + 1));
-    EXPECT_EQ(table[3], 4 * (centre + 3 + 0 + 1 + 1));
-    const uint32_t expected[] = {5 << 16 | 5, 5 << 16 | 3, 2, 3 << 16 | 2, 4 << 16 | 5, 0xFFFFFFFF, 7 << 16 | 4, 1,
-                                 6 << 16 | 4};
-    for (size_t i = 0; i < 9; i++) EXPECT_EQ(table[4 + i], expected[i]) << i;
-}
-
-TEST_P(RunLength, emptyListHasOneRunWithoutRecords)
-{
-    const Table table(listOf({}));
-    ASSERT_EQ(table.status, 0);
-    EXPECT_EQ(table[0], 0u);
-    EXPECT_EQ(table[1], 8u);
-    EXPECT_EQ(table[2], 0xFFFFFFFFu);
-}
-
-TEST_P(RunLength, builderOutOfMemory)
-{
-    const std::vector<int32_t> list = listOf({{2, 3, 0, 1}, {3, 5, 0, -1}});
-    forEachRefusal(1, [&](bool refused) {
-        const Table table(list);
-        EXPECT_EQ(table.status, refused ? ruxStatusMemoryAllocated : ruxStatusOk);
-    });
-}
 
 // Zigzag order, as good as any.
 static std::vector<int32_t> scanOf(Random& random)
@@ -272,7 +125,7 @@ struct Setting {
     {
         for (size_t i = 0; i < first.size(); i++) block.set(static_cast<int>(i), 0, first[i]);
         for (int i = 0; i < 64; i++) scan.push_back(i);
-        for (uint32_t size = 0; size < 18; size++) dcTable.insert(dcTable.end(), {0, 0});
+        for (uint32_t size = 0; size <= 32; size++) dcTable.insert(dcTable.end(), {0, 0});
     }
     ruxStatus intra()
     {
@@ -315,6 +168,32 @@ TEST_P(RunLength, differentialOfTheIntraBlock)
         EXPECT_EQ(s.bits(), number.bits) << number.dc;
         EXPECT_EQ(s.dcPredictor, number.dc);
     }
+}
+
+// The predictor has 32 bits, and the difference wraps.
+TEST_P(RunLength, wideDifferentials)
+{
+    const auto expectBits = [](int16_t dc, int32_t predictor, size_t size, uint32_t bits) {
+        Setting s({dc});
+        s.dcPredictor = predictor;
+        s.dcTable[2 * size] = static_cast<uint32_t>(size);
+        s.dcTable[2 * size + 1] = 6;
+        EXPECT_EQ(s.intra(), 0);
+        const std::string code = std::bitset<6>(size).to_string(), all = std::bitset<32>(bits).to_string();
+        EXPECT_EQ(s.bits(), code + all.substr(32 - size) + "10") << dc << " after " << predictor;
+        EXPECT_EQ(s.dcPredictor, dc);
+    };
+    for (size_t size = 1; size <= 31; size++) {
+        const int32_t least = 1 << (size - 1);   // of this size
+        expectBits(0, -least, size, static_cast<uint32_t>(least));
+        expectBits(0, least, size, static_cast<uint32_t>(least) - 1);
+    }
+    expectBits(0, INT32_MAX, 31, 0);
+    expectBits(0, INT32_MIN, 32, 0x7FFFFFFF);
+    expectBits(-1, INT32_MAX, 32, 0x7FFFFFFF);
+    expectBits(-1, INT32_MIN, 31, 0x7FFFFFFF);
+    expectBits(32767, INT32_MIN, 31, 32766);
+    expectBits(-32768, INT32_MAX, 31, 0x7FFF8001);
 }
 
 TEST_P(RunLength, shortFirstCodeOfTheNonIntraBlock)
@@ -385,6 +264,32 @@ TEST_P(RunLength, codeThatEndsWithItsWord)
     EXPECT_EQ(s.freeBits, 32);
     EXPECT_EQ(s.words[0], 2u);
     EXPECT_EQ(s.words[1], 0x12345678u);
+}
+
+// The last word that is written is the last of the memory.
+TEST_P(RunLength, codeThatEndsWithTheStream)
+{
+    const std::vector<int16_t> blocks[] = {{}, {1}, {1, -1}, {0, 9}, {-1, 0, 1, 7, 1, 0, 0, 1}};
+    for (const auto& block : blocks) {
+        for (const bool intra : {false, true}) {
+            const auto expectWords = [&](uint32_t eobLength, int32_t freeBits, int words) {
+                Setting s(block);
+                const Image<uint32_t> stream(vectorOf(words), 1, constant(0u));
+                s.word = stream.data();
+                s.freeBits = freeBits;
+                s.eobLength = eobLength;
+                EXPECT_EQ(intra ? s.intra() : s.nonIntra(), 0);
+                EXPECT_EQ(s.word - stream.data(), words);
+                EXPECT_EQ(s.freeBits, 32);
+            };
+            Setting s(block);
+            s.eobLength = 0;
+            EXPECT_EQ(intra ? s.intra() : s.nonIntra(), 0);
+            const int bits = static_cast<int>(s.bits().size());
+            expectWords(32 - static_cast<uint32_t>(bits) % 32, 32, bits / 32 + 1);   // by the end of block
+            if (bits > 0) expectWords(0, (bits - 1) % 32 + 1, (bits + 31) / 32);     // by the code before it
+        }
+    }
 }
 
 // The first entry of the scan stands before the memory.

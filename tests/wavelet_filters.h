@@ -2,6 +2,9 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
+#include <functional>
+#include <utility>
 
 #include "model/wavelet.h"
 #include "ruxlib.h"
@@ -156,6 +159,43 @@ void expectCreationWithoutMemory(typename Transform<Spec>::Create creation, type
         if (spec) call(release, spec);
     });
 }
+
+// A field of one of an object's records holds another value while this lives.
+template <class Field>
+class Doctored {
+public:
+    Doctored(void* record, size_t offset, Field value)
+        : place(static_cast<uint8_t*>(record) + offset), saved(model::load<Field>(place))
+    {
+        model::store(place, value);
+    }
+    ~Doctored() { model::store(place, saved); }
+
+private:
+    uint8_t* place;
+    Field saved;
+};
+
+// A record of an object: where its pointers stand, and its numbers with the greatest value that is refused.
+struct Record {
+    void* address;
+    std::vector<size_t> pointers;
+    std::vector<std::pair<size_t, int32_t>> numbers;
+
+    void doctor(const std::function<void()>& expectRefused) const
+    {
+        for (const size_t offset : pointers) {
+            const Note note([=] { return "pointer at " + std::to_string(offset); });
+            const Doctored<void*> null(address, offset, nullptr);
+            expectRefused();
+        }
+        for (const auto& [offset, value] : numbers) {
+            const Note note([offset = offset] { return "number at " + std::to_string(offset); });
+            const Doctored<int32_t> wrong(address, offset, value);
+            expectRefused();
+        }
+    }
+};
 
 // The image holds the plane's values, as near as they are told, and nothing else of it has changed.
 inline void expectPlane(const Image<float>& image, const Image<float>& before, const model::Plane& plane, const char* name)

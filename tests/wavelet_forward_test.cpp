@@ -127,6 +127,21 @@ struct Object {
     int32_t rowBufferLength, rowBufferBytes, leftBorder, rightBorder;
 };
 
+struct Filter {
+    void *columnFilter, *rowFilter;
+    int32_t anchor, leftBorder, rightBorder;
+};
+
+struct Taps {
+    float* taps;
+    int32_t count;
+};
+
+struct RowTaps {
+    int32_t count;
+    float *taps, *reversed;
+};
+
 static Object objectOf(const FilterPair& pair, int32_t& bytes)
 {
     const Forward forward(pair);
@@ -222,24 +237,26 @@ TEST_P(WaveletForward, unsoundObjects)
     FilterPair pair;
     pair.low = pair.high = {{0.5f, 0.5f}, 1};
     const Forward forward(pair);
-    const auto sound = model::load<Object>(forward.spec);
-    Object unsound[5] = {sound, sound, sound, sound, sound};
-    unsound[0].magic = 47;
-    unsound[1].lowFilter = nullptr;
-    unsound[2].highFilter = nullptr;
-    unsound[3].leftBorder = -1;
-    unsound[4].rightBorder = -2;
-    for (const Object& object : unsound) {
-        model::store(forward.spec, object);
-        const int blocks = outstandingBlocks();
-        Arguments arguments(forward);
-        arguments.buffer = nullptr;
-        EXPECT_EQ(arguments.run(), ruxStatusContextMismatch);
-        int32_t* const nowhere = nullptr;
-        EXPECT_EQ(call(ruxiWTFwdGetBufSize_C1R, arguments.spec, nowhere), ruxStatusContextMismatch);
-        EXPECT_EQ(call(ruxiWTFwdFree_32f_C1R, forward.spec), ruxStatusContextMismatch);
-        EXPECT_EQ(outstandingBlocks(), blocks);
-        model::store(forward.spec, sound);
+    const auto object = model::load<Object>(forward.spec);
+    const auto filter = model::load<Filter>(object.lowFilter);
+    const Record records[] = {
+        {forward.spec, {offsetof(Object, lowFilter), offsetof(Object, highFilter)},
+         {{offsetof(Object, magic), 47}, {offsetof(Object, leftBorder), -1}, {offsetof(Object, rightBorder), -2}}},
+        {object.lowFilter, {offsetof(Filter, columnFilter), offsetof(Filter, rowFilter)},
+         {{offsetof(Filter, anchor), -1}, {offsetof(Filter, leftBorder), -1}}},
+        {filter.columnFilter, {offsetof(Taps, taps)}, {{offsetof(Taps, count), 0}}},
+        {filter.rowFilter, {offsetof(RowTaps, taps), offsetof(RowTaps, reversed)}, {{offsetof(RowTaps, count), 0}}}};
+    for (const Record& record : records) {
+        record.doctor([&] {
+            const int blocks = outstandingBlocks();
+            Arguments arguments(forward);
+            arguments.buffer = nullptr;
+            EXPECT_EQ(arguments.run(), ruxStatusContextMismatch) << Note::all();
+            int32_t* const nowhere = nullptr;
+            EXPECT_EQ(call(ruxiWTFwdGetBufSize_C1R, arguments.spec, nowhere), ruxStatusContextMismatch) << Note::all();
+            EXPECT_EQ(call(ruxiWTFwdFree_32f_C1R, forward.spec), ruxStatusContextMismatch) << Note::all();
+            EXPECT_EQ(outstandingBlocks(), blocks);
+        });
     }
     int32_t* const nowhere = nullptr;
     int32_t size = 0;

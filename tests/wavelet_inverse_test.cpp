@@ -152,6 +152,24 @@ struct Filter {
     int32_t anchor, leftBorder, rightBorder, rowStart;
 };
 
+struct Phase {
+    void* taps;
+    int32_t phaseAnchor, phaseBelow;
+};
+
+struct Taps {
+    float* taps;
+    int32_t count;
+};
+
+struct RowTaps {
+    int32_t count;
+    float *taps, *even;
+    int32_t evenCount;
+    float* odd;
+    int32_t oddCount;
+};
+
 TEST_P(WaveletInverse, bordersAndSizes)
 {
     const struct { int length, anchor, left, right, rowStart; } numbers[] = {
@@ -245,41 +263,33 @@ TEST_P(WaveletInverse, transformRefusesWrongArguments)
 TEST_P(WaveletInverse, unsoundObjects)
 {
     const Inverse inverse(smallPair());
-    const auto sound = model::load<Object>(inverse.spec);
-    const auto soundFilter = model::load<Filter>(sound.lowFilter);
-    Object unsound[3] = {sound, sound, sound};
-    unsound[0].magic = 46;
-    unsound[1].lowFilter = nullptr;
-    unsound[2].highFilter = nullptr;
-    Filter unsoundFilter[6] = {soundFilter, soundFilter, soundFilter, soundFilter, soundFilter, soundFilter};
-    unsoundFilter[0].phaseForEvenRows = nullptr;
-    unsoundFilter[1].phaseForOddRows = nullptr;
-    unsoundFilter[2].rowFilter = nullptr;
-    unsoundFilter[3].anchor = -1;
-    unsoundFilter[4].leftBorder = -1;
-    unsoundFilter[5].rowStart = -1;
-    const auto expectRefused = [&] {
-        const int blocks = outstandingBlocks();
-        Arguments arguments(inverse);
-        arguments.dst = nullptr;
-        EXPECT_EQ(arguments.run(), ruxStatusContextMismatch);
-        arguments.buffer = nullptr;
-        EXPECT_EQ(arguments.run(), ruxStatusNullPointer);
-        int32_t* const nowhere = nullptr;
-        EXPECT_EQ(call(ruxiWTInvGetBufSize_C1R, arguments.spec, nowhere), ruxStatusContextMismatch);
-        EXPECT_EQ(call(ruxiWTInvFree_32f_C1R, inverse.spec), ruxStatusContextMismatch);
-        EXPECT_EQ(outstandingBlocks(), blocks);
-    };
-    for (const Object& object : unsound) {
-        model::store(inverse.spec, object);
-        expectRefused();
+    const auto object = model::load<Object>(inverse.spec);
+    const auto filter = model::load<Filter>(object.lowFilter);
+    const auto phase = model::load<Phase>(filter.phaseForEvenRows);
+    const Record records[] = {
+        {inverse.spec, {offsetof(Object, lowFilter), offsetof(Object, highFilter)}, {{offsetof(Object, magic), 46}}},
+        {object.lowFilter,
+         {offsetof(Filter, phaseForEvenRows), offsetof(Filter, phaseForOddRows), offsetof(Filter, rowFilter)},
+         {{offsetof(Filter, anchor), -1}, {offsetof(Filter, leftBorder), -1}, {offsetof(Filter, rowStart), -1}}},
+        {filter.phaseForEvenRows, {offsetof(Phase, taps)},
+         {{offsetof(Phase, phaseAnchor), -1}, {offsetof(Phase, phaseBelow), -2}}},
+        {phase.taps, {offsetof(Taps, taps)}, {{offsetof(Taps, count), 0}}},
+        {filter.rowFilter, {offsetof(RowTaps, taps), offsetof(RowTaps, even)},
+         {{offsetof(RowTaps, count), 0}, {offsetof(RowTaps, evenCount), 0}, {offsetof(RowTaps, oddCount), 0}}}};
+    for (const Record& record : records) {
+        record.doctor([&] {
+            const int blocks = outstandingBlocks();
+            Arguments arguments(inverse);
+            arguments.dst = nullptr;
+            EXPECT_EQ(arguments.run(), ruxStatusContextMismatch) << Note::all();
+            arguments.buffer = nullptr;
+            EXPECT_EQ(arguments.run(), ruxStatusNullPointer);
+            int32_t* const nowhere = nullptr;
+            EXPECT_EQ(call(ruxiWTInvGetBufSize_C1R, arguments.spec, nowhere), ruxStatusContextMismatch) << Note::all();
+            EXPECT_EQ(call(ruxiWTInvFree_32f_C1R, inverse.spec), ruxStatusContextMismatch) << Note::all();
+            EXPECT_EQ(outstandingBlocks(), blocks);
+        });
     }
-    model::store(inverse.spec, sound);
-    for (const Filter& filter : unsoundFilter) {
-        model::store(sound.lowFilter, filter);
-        expectRefused();
-    }
-    model::store(sound.lowFilter, soundFilter);
     int32_t* const nowhere = nullptr;
     int32_t size = 0;
     ruxWTInvSpec* const none = nullptr;

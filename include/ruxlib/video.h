@@ -202,7 +202,7 @@ ruxStatus RUXCALL ruxiMC8x4B_8u_C1(
 
 /* Residual of a block against its exact half-pel prediction, for an encoder: dst = src - p. pred, when it is not null,
    receives p; predStep is not looked at otherwise. Only bits 2 and 3 of the mode are read. Strides may be negative. dst
-   and pred must not overlap the sources.
+   and pred must not overlap the sources nor each other, and the rows of either must not overlap.
 
    The prediction is exact at every level, while the motion compensation of a6 and w7 is not: an encoder that keeps in
    step with a decoder takes its reference pictures from ruxiMC*.
@@ -240,7 +240,8 @@ ruxStatus RUXCALL ruxiGetDiff8x8B_8u16s_C1(
    Level differences:
      px           any mcType: bit 2 adds the row below, bit 3 the column to the right. The row below is taken
                   refStep AND 255 bytes further on, so mcHalfVert and mcHalfBoth measure the wrong samples where
-                  refStep is above 255 or below 0
+                  refStep is above 255 or below 0. They may lie outside the picture: (refStep AND 255) + 17 bytes
+                  from each row's start on must be readable
      m6, a6, w7   an mcType other than the four modes gives ruxStatusOk with *result not written */
 ruxStatus RUXCALL ruxiSAD16x16_8u32s(
     const uint8_t* src, int32_t srcStep, const uint8_t* ref, int32_t refStep, int32_t* result,
@@ -256,7 +257,8 @@ ruxStatus RUXCALL ruxiSqrDiff16x16_8u32s(
 
 /* *result = sum of (((pf + pb + 1) >> 1) - src)^2. Only bits 2 and 3 of a mode are read. At every level the row below
    is taken (stride AND 255) bytes further on, each reference with its own stride: with mcHalfVert and mcHalfBoth,
-   references whose stride is above 255 or below 0 are measured at the wrong samples. */
+   references whose stride is above 255 or below 0 are measured at the wrong samples. They may lie outside the picture:
+   (stride AND 255) + 17 bytes from each row's start on must be readable. */
 ruxStatus RUXCALL ruxiSqrDiff16x16B_8u32s(
     const uint8_t* src, int32_t srcStep,
     const uint8_t* refForward, int32_t refForwardStep, ruxHalfPelMode mcTypeForward,

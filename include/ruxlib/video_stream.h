@@ -20,9 +20,9 @@
        then, for code lengths 1, 2, 3 and so on: the number of codes of that length (0 for none), and their records
        at the end        a negative number in the place of a count
    A record is {code, value} in the plain form and {code, run, level} in the run/level form. The code stands right-
-   aligned; its bits above its length are ignored. In run/level lists run 254 marks the end of block and run 255 the
-   escape; a sign bit belongs to its code, so that a list of tables B-14 or B-15 of ISO/IEC 13818-2 has one record for
-   each sign of a level.
+   aligned; its bits above its length are ignored, but those of runs 254 and 255 in word 0 of an encode table. In
+   run/level lists run 254 marks the end of block and run 255 the escape; a sign bit belongs to its code, so that a list
+   of tables B-14 or B-15 of ISO/IEC 13818-2 has one record for each sign of a level.
 
    Threads: a built structure is never written again; any number of threads may read through it, each with a position,
    block, predictor and count of its own. */
@@ -129,11 +129,13 @@ ruxStatus RUXCALL ruxiReconstructDCTBlock_MPEG2_32s(
    *encodeTable; release it with ruxsFree. The list's level widths are not read.
 
    The list must be whole: for each run both signs of every level from 1 to the run's greatest, or a pair left
-   out is written as whatever the memory held.
+   out is written as whatever the memory held. Of a code the table keeps 16 bits: a longer one must begin with zeros, as
+   those of B-14 and B-15 do.
 
    Layout, in 32-bit words:
      [0]        bits 0-3 length and 4-9 code of the escape, 10-13 length and 14-19 code of the end of block,
-                20 upward maxRun, the greatest run of a pair
+                20 upward maxRun, the greatest run of a pair. What is longer than its place is ORed into the next,
+                and dropped above bit 19; bits 0-19 are read by no function
      [1 + r]    for r = 0 .. maxRun: byte offset from the table's start to the centre of run r
      centre     the greatest |level| of the run (-1 for a run without records); at centre + level stands
                 code << 16 | length
@@ -141,8 +143,9 @@ ruxStatus RUXCALL ruxiReconstructDCTBlock_MPEG2_32s(
    Levels of one sign only have no room of their own: their codes go over whatever stands beside the run's other ones.
 
    Statuses: ruxStatusMemoryAllocated, with nothing stored, when memory is short, when the list would be written outside
-   its table (runs below 0 or above 255, levels of one sign only in a run at the table's end), or when codes have gone
-   over words of the table so that a look-up would leave it. Neither pointer is tested for null. */
+   its table (runs below 0 or above 255, levels of one sign only in a run at the table's end), or when a look-up of a
+   level up to its run's greatest, of either sign, would leave the table (levels of one sign only, or codes that have
+   gone over words of the table). Neither pointer is tested for null. */
 ruxStatus RUXCALL ruxiCreateRLEncodeTable(const int32_t* table, uint32_t** encodeTable);
 
 /* Write one block of 64 quantised coefficients and its end of block (ISO/IEC 13818-2, 7.2).

@@ -32,6 +32,16 @@ inline void putPair(BitWriter& writer, const EncodeTable& table, int32_t run, in
     writer.put(static_cast<uint32_t>(level), 12);
 }
 
+// The place of the lowest bit that is set; there is one. The processor's search waits for what its destination held, so
+// it gets a 0 of its own: else the writer's last shift stands before it. With the prefix it is a quicker instruction
+// where the processor knows that, and itself elsewhere.
+inline int32_t lowestPlace(size_t bits)
+{
+    size_t place = 0;
+    asm("rep bsf %1, %0" : "+r"(place) : "r"(bits) : "cc");
+    return static_cast<int32_t>(place);
+}
+
 struct Coefficients {
     const int16_t* block;
     const int32_t* scanTable;
@@ -48,7 +58,7 @@ struct Coefficients {
                          nonZeros<0>(coefficients.block, coefficients.scanTable);
     for (int32_t start = 0; start < 64; start += wordBits) {
         for (size_t found = static_cast<size_t>(all >> start); found; found &= found - 1) {
-            const int32_t k = start + __builtin_ctzl(found);
+            const int32_t k = start + lowestPlace(found);
             putPair(writer, table, k - last - 1, coefficient(coefficients.block, coefficients.scanTable, k));
             last = k;
         }

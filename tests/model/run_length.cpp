@@ -127,7 +127,7 @@ EncodeTable buildEncodeTable(const int32_t* table)
         result.written[static_cast<size_t>(at)] = true;
         return true;
     };
-    put(0, first | static_cast<uint32_t>(maxRun) << 20);
+    put(0, (first & 0xFFFFF) | static_cast<uint32_t>(maxRun) << 20);
     std::map<int32_t, int64_t> centres;
     int64_t centre = maxRun + 2 + counts[0] / 2;
     for (int32_t run = 0; run <= maxRun; run++) {
