@@ -101,21 +101,56 @@ TEST_P(Moments, onePixel)
     EXPECT_EQ(state.moment(1, 1, {2, 3}), 6 * 7.5);
 }
 
+// Coefficients that need more bits than a double has are rounded as they are formed. The sum of the pixels is 0, so
+// that the cube of the offset hides none.
+TEST_P(Moments, farOrigins)
+{
+    State state(ruxAlgHintAccurate);
+    Image<float> image(Shape{2, 2});
+    for (int i = 0; i < 4; i++) image.set(i % 2, i / 2, static_cast<float>(i == 0 ? -2 : i < 3));
+    ASSERT_EQ(state.measure(image), 0);
+    const auto expected = momentsOf(level(), image.data(), image.step(), image.roi(), ruxAlgHintAccurate);
+    Digest unused;
+    for (const int32_t x : {0, 1, INT_MAX, INT_MAX - 16, INT_MIN, INT_MIN + 5, 94906267}) {
+        for (const int32_t y : {0, -1, INT_MAX, INT_MAX - 16, INT_MIN, 1234567891, -94906267}) {
+            expectMoments(state, expected, {x, y}, unused);
+        }
+    }
+}
+
+// Where the origin stays, no moment is touched by the others, not even multiplied by 0.
+TEST_P(Moments, infinitePixels)
+{
+    State state(0);
+    Image<float> image(Shape{2, 2});
+    for (int i = 0; i < 4; i++) image.set(i % 2, i / 2, i == 3 ? INFINITY : 1);
+    ASSERT_EQ(state.measure(image), 0);
+    for (const auto& order : orders) EXPECT_EQ(state.moment(order[0], order[1]), INFINITY);
+    EXPECT_EQ(state.moment(-1, 2), -77);
+    EXPECT_EQ(state.moment(1, 1, {4, 4}), INFINITY);
+
+    image.set(0, 0, NAN);
+    ASSERT_EQ(state.measure(image), 0);
+    for (int i = 0; i < 4; i++) EXPECT_TRUE(std::isnan(state.moment(i, 0)));
+}
+
 // The x87 precision that the host has set changes nothing.
 TEST_P(Moments, precisionOfTheHost)
 {
     const Image<float> image(Shape{333, 5}, 1, pixels);
-    const auto expected = momentsOf(level(), image.data(), image.step(), image.roi(), ruxAlgHintAccurate);
-    for (const int bits : {24, 53, 64}) {
-        const HostState host = HostState().precision(bits);
-        const Note note([&] { return host.describe(); });
-        State state(ruxAlgHintAccurate);
-        EXPECT_EQ(callUnder(host, ruxiMoments64f_32f_C1R, image.data(), image.step(), image.roi(), state.state), 0);
-        for (const auto& order : orders) {
-            double value = -77;
-            EXPECT_EQ(callUnder(host, ruxiGetSpatialMoment_64f, state.state, order[0], order[1], 0, ruxiPoint{70, -9},
-                                &value), 0);
-            EXPECT_EQ(value, momentAbout(expected, order[0], order[1], {70, -9}));
+    for (const ruxAlgHint hint : {0, ruxAlgHint(ruxAlgHintAccurate)}) {
+        const auto expected = momentsOf(level(), image.data(), image.step(), image.roi(), hint);
+        for (const int bits : {24, 53, 64}) {
+            const HostState host = HostState().precision(bits);
+            const Note note([&] { return host.describe(); });
+            State state(hint);
+            EXPECT_EQ(callUnder(host, ruxiMoments64f_32f_C1R, image.data(), image.step(), image.roi(), state.state), 0);
+            for (const auto& order : orders) {
+                double value = -77;
+                EXPECT_EQ(callUnder(host, ruxiGetSpatialMoment_64f, state.state, order[0], order[1], 0,
+                                    ruxiPoint{70, -9}, &value), 0);
+                EXPECT_EQ(value, momentAbout(expected, order[0], order[1], {70, -9}));
+            }
         }
     }
 }
@@ -158,6 +193,33 @@ TEST_P(Moments, channels)
     EXPECT_EQ(channel(0), 0);
     EXPECT_EQ(channel(1), ruxStatusChannelNumber);
     EXPECT_EQ(channel(-1), ruxStatusChannelNumber);
+}
+
+// The object as it stands in memory.
+struct Fields {
+    int32_t magic, hint, channels;
+    double moments[48];
+};
+
+TEST_P(Moments, fieldsOfTheObject)
+{
+    const Image<float> image(Shape{9, 4}, 1, pixels);
+    for (const ruxAlgHint hint : {0, 1, 2, 3, -1, INT_MAX, INT_MIN}) {
+        State state(hint);
+        auto* const fields = reinterpret_cast<Fields*>(state.state);
+        EXPECT_EQ(reinterpret_cast<uintptr_t>(fields) % 32, 0u);
+        EXPECT_EQ(fields->magic, 33);
+        EXPECT_EQ(fields->hint, hint);
+        EXPECT_EQ(fields->channels, -1);
+
+        for (double& moment : fields->moments) moment = 5;
+        ASSERT_EQ(state.measure(image), 0);
+        EXPECT_EQ(fields->magic, 33);
+        EXPECT_EQ(fields->hint, hint);
+        EXPECT_EQ(fields->channels, 1);
+        const auto expected = momentsOf(level(), image.data(), image.step(), image.roi(), hint);
+        for (size_t i = 0; i < 48; i++) EXPECT_EQ(fields->moments[i], i < 16 ? expected[i] : 0) << "slot " << i;
+    }
 }
 
 // With another object's tag.
@@ -213,8 +275,11 @@ TEST_P(Moments, refusesWrongArguments)
 TEST_P(Moments, outOfMemory)
 {
     forEachRefusal(1, [&](bool refused) {
-        ruxMomentState* state = nullptr;
+        double elsewhere;
+        auto* const before = reinterpret_cast<ruxMomentState*>(&elsewhere);
+        ruxMomentState* state = before;
         EXPECT_EQ(call(ruxiMomentInitAlloc_64f, &state, 0), refused ? ruxStatusMemoryAllocated : ruxStatusOk);
+        EXPECT_EQ(state == before, refused);
         if (!refused) call(ruxiMomentFree_64f, state);
     });
 }

@@ -47,7 +47,23 @@ TEST_P(ReduceBits, ruxiReduceBits_8u_C3R)
           });
 }
 
-// The large kernels in single precision: every decision of the body is followed.
+// A result in single precision with sums in an order of their own: every decision of the body is followed.
+static void expectFollowed(const Image<uint8_t>& src, const Image<uint8_t>& dst, int32_t noise, ruxDitherType type,
+                           int32_t levels)
+{
+    auto expected = dst.clone();
+    const auto before = src.clone();
+    ASSERT_EQ(call(ruxiReduceBits_8u_C3R, src.data(), src.step(), dst.data(), dst.step(), src.roi(), noise, type,
+                   levels), 0);
+    ASSERT_TRUE(src.equals(before));
+    ASSERT_TRUE(model::followsDiffusion(src.data(), src.step(), dst.data(), dst.step(), src.roi(), noise, type,
+                                        levels)) << "type " << type << ", noise " << noise << ", levels " << levels;
+    for (int y = 0; y < src.height(); y++) {
+        for (int x = 0; x < 3 * src.width(); x++) expected.set(x, y, dst.get(x, y));
+    }
+    ASSERT_TRUE(dst.equals(expected)) << "written outside the region";
+}
+
 TEST_P(ReduceBits, largeKernels)
 {
     if (!hasOrderOfItsOwn(level(), ruxDitherJJN)) return;
@@ -58,29 +74,62 @@ TEST_P(ReduceBits, largeKernels)
         const int32_t noise = noiseOf(c.random), levels = levelsOf(c.random);
         const auto src = c.image<uint8_t>(3, picture);
         const auto dst = c.image<uint8_t>(3);
-        auto expected = dst.clone();
-        const auto before = src.clone();
-        ASSERT_EQ(call(ruxiReduceBits_8u_C3R, src.data(), src.step(), dst.data(), dst.step(), c.roi(), noise, type,
-                       levels), 0);
-        ASSERT_TRUE(src.equals(before));
-        ASSERT_TRUE(model::followsDiffusion(src.data(), src.step(), dst.data(), dst.step(), c.roi(), noise, type,
-                                            levels)) << "type " << type << ", noise " << noise << ", levels " << levels;
-        for (int y = 0; y < c.height; y++) {
-            for (int x = 0; x < 3 * c.width; x++) expected.set(x, y, dst.get(x, y));
-        }
-        ASSERT_TRUE(dst.equals(expected)) << "written outside the region";
+        expectFollowed(src, dst, noise, type, levels);
+        if (HasFailure()) return;
         if (c.isGolden()) digest.addRegion(dst);
     }
     expectGolden("reduce_bits", "ruxiReduceBits_8u_C3R:largeKernels", level(), digest);
 }
 
-// A wide image, for the noise beyond its tables' 1024 entries.
-TEST_P(ReduceBits, wideImage)
+// Images whose three channels have whole waves of 16 rows and parts of one, wide enough for all rows of a wave to be at
+// work at once; wide and high ones too, for the noise beyond its tables' 1024 entries.
+TEST_P(ReduceBits, largeImages)
 {
-    const Image<uint8_t> src(Shape{2600, 3, 3}, 1, picture), dst(Shape{2600, 3, 3}, 2);
-    for (const ruxDitherType type : {ruxDitherType(ruxDitherFS), ruxDitherType(ruxDitherBayer)}) {
-        agree(RUX_OPERATION(ruxiReduceBits_8u_C3R), src, src.step(), dst, dst.step(), src.roi(), 60, type, 5);
+    for (const ruxiSize size : {ruxiSize{150, 40}, ruxiSize{46, 16}, ruxiSize{120, 17}, ruxiSize{2600, 3},
+                                ruxiSize{64, 600}}) {
+        for (const ruxDitherType type : types) {
+            for (const int32_t noise : {0, 60}) {
+                const Shape shape = {size.width, size.height, 3};
+                const Image<uint8_t> src(shape, 1, picture), dst(shape, 2);
+                if (hasOrderOfItsOwn(level(), type)) {
+                    expectFollowed(src, dst, noise, type, 5);
+                } else {
+                    agree(RUX_OPERATION(ruxiReduceBits_8u_C3R), src, src.step(), dst, dst.step(), src.roi(), noise,
+                          type, 5);
+                }
+                if (HasFailure()) return;
+            }
+        }
     }
+}
+
+// Samples that the last bit of a noise value decides, through the step and the range from which it comes.
+TEST_P(ReduceBits, lastBitOfTheNoise)
+{
+    const Image<uint8_t> even(Shape{1024, 43, 3}, 1, constant<uint8_t>(167)), dithered(Shape{1024, 43, 3}, 2);
+    agree(RUX_OPERATION(ruxiReduceBits_8u_C3R), even, even.step(), dithered, dithered.step(), even.roi(), 30,
+          ruxDitherBayer, 12);
+
+    const struct {
+        uint64_t seed;
+        int32_t noise, levels;
+    } images[] = {{6049, 53, 8}, {5757, 50, 24}, {7798, 62, 39}};
+    for (const auto& image : images) {
+        const Image<uint8_t> src(Shape{300, 40, 3}, image.seed, anyBits<uint8_t>), dst(Shape{300, 40, 3}, 2);
+        agree(RUX_OPERATION(ruxiReduceBits_8u_C3R), src, src.step(), dst, dst.step(), src.roi(), image.noise,
+              ruxDitherFS, image.levels);
+    }
+}
+
+// An error that all but fills the top step, above a threshold below 0: the byte of the level past the top one.
+TEST_P(ReduceBits, pastTheTopLevel)
+{
+    const Image<uint8_t> src(Shape{300, 40, 3}, 13, anyBits<uint8_t>), dst(Shape{300, 40, 3}, 2);
+    agree(RUX_OPERATION(ruxiReduceBits_8u_C3R), src, src.step(), dst, dst.step(), src.roi(), 100, ruxDitherFS, 2);
+    if (level() != px && level() != m6) return;
+    ASSERT_EQ(call(ruxiReduceBits_8u_C3R, src.data(), src.step(), dst.data(), dst.step(), src.roi(), 100, ruxDitherFS,
+                   2), 0);
+    EXPECT_EQ(dst.get(589, 23), 254);
 }
 
 // Every sample at every place of the matrix, for all numbers of levels.
@@ -122,7 +171,8 @@ TEST_P(ReduceBits, copies)
 {
     const Image<uint8_t> src(Shape{37, 5, 3}, 1), dst(Shape{37, 5, 3}, 2);
     const ruxDitherType none = ruxDitherNone;
-    EXPECT_EQ(agree(RUX_OPERATION(ruxiReduceBits_8u_C3R), src, src.step(), dst, dst.step(), src.roi(), 500, none, 0), 0);
+    EXPECT_EQ(agree(RUX_OPERATION(ruxiReduceBits_8u_C3R), src, src.step(), dst, dst.step(), src.roi(), 500, none, 0),
+              0);
 }
 
 // With 256 levels there is nothing to lose: no error ever arises.
@@ -152,6 +202,18 @@ TEST_P(ReduceBits, whiteCarriesNoError)
     }
 }
 
+// The first channel's second sample becomes 25.5, half a step, or 26.5: the comparison is strict.
+TEST_P(ReduceBits, halfAStepIsNotAbove)
+{
+    for (const auto& [sample, byte] : {std::pair(22, 0), std::pair(23, 51)}) {
+        Image<uint8_t> src(Shape{2, 1, 3}), dst(Shape{2, 1, 3}, 2);
+        for (int i = 0; i < 6; i++) src.set(i, 0, static_cast<uint8_t>(i < 3 ? 8 : sample));
+        ASSERT_EQ(call(ruxiReduceBits_8u_C3R, src.data(), 6, dst.data(), 6, src.roi(), 0, ruxDitherFS, 6), 0);
+        EXPECT_EQ(dst.get(0), 0);
+        EXPECT_EQ(dst.get(3), byte);
+    }
+}
+
 // With noise 100 a threshold below 0 rounds even an error of 0 up.
 TEST_P(ReduceBits, noiseRoundsZeroUp)
 {
@@ -160,6 +222,31 @@ TEST_P(ReduceBits, noiseRoundsZeroUp)
     int up = 0;
     for (int x = 0; x < 200; x++) up += dst.get(3 * x) == 255;
     EXPECT_GT(up, 5);
+}
+
+// The precision of the floating-point stack and flushing change nothing. The rounding modes change nothing at m6, which
+// sets its own; elsewhere the last bits of the errors follow them.
+TEST_P(ReduceBits, bearsEveryHostState)
+{
+    const Image<uint8_t> src(Shape{64, 18, 3}, 1, anyBits<uint8_t>);
+    for (const ruxDitherType type : types) {
+        for (const int32_t noise : {0, 100}) {
+            const Image<uint8_t> expected(Shape{64, 18, 3}, 2), dst(Shape{64, 18, 3}, 2);
+            const auto reduce = [&](const HostState& state, const Image<uint8_t>& to) {
+                ASSERT_EQ(callUnder(state, ruxiReduceBits_8u_C3R, src.data(), src.step(), to.data(), to.step(),
+                                    src.roi(), noise, type, 12), 0);
+            };
+            reduce(HostState(), expected);
+            for (const HostState& state : hostStates()) {
+                const Note note([&] { return state.describe(); });
+                reduce(state, dst);
+                const bool roundsToNearest = (state.x87Control & 0xC00) == 0 && (state.mxcsr & 0x6000) == 0;
+                if (roundsToNearest || level() == m6 || type == ruxDitherNone) {
+                    ASSERT_TRUE(dst.equals(expected));
+                }
+            }
+        }
+    }
 }
 
 TEST_P(ReduceBits, unknownTypesWriteNothing)

@@ -70,6 +70,9 @@ ruxStatus diffuse(const ReducedImages& images, int32_t top, int32_t noise)
     });
 }
 
+// The level's: reduce() in the rounding mode in which the level works.
+ruxStatus reduceInMode(const ReducedImages& images, int32_t top, int32_t noise, ruxDitherType ditherType);
+
 // Not inlined: compilers move arithmetic over a change of the control registers.
 [[gnu::noinline]] ruxStatus reduce(const ReducedImages& images, int32_t top, int32_t noise, ruxDitherType ditherType)
 {
@@ -98,7 +101,7 @@ ruxStatus RUXCALL ruxiReduceBits_8u_C3R(const uint8_t* src, int32_t srcStep, uin
         return failure;
 
     const DoublePrecision precision;
-    return reduce({src, srcStep, dst, dstStep, roiSize}, levels - 1, noise, ditherType);
+    return reduceInMode({src, srcStep, dst, dstStep, roiSize}, levels - 1, noise, ditherType);
 }
 
 }

@@ -42,6 +42,7 @@ inline __m128 floatsOf(__m64 words)
 inline void loadSamples(const uint8_t* from, __m128* samples)
 {
     const __m64 zero = _mm_setzero_si64();
+#pragma GCC unroll 3
     for (int i = 0; i < 3; ++i, from += 8, samples += 2) {
         const __m64 bytes = load<__m64>(from);
         samples[0] = floatsOf(_mm_unpacklo_pi8(bytes, zero));
@@ -56,6 +57,7 @@ inline __m64 wordsOf(__m128 levels)
 
 inline void storeSamples(const __m128* levels, uint8_t* to)
 {
+#pragma GCC unroll 3
     for (int i = 0; i < 3; ++i, to += 8, levels += 2)
         store(to, _mm_packs_pu16(wordsOf(levels[0]), wordsOf(levels[1])));
 }

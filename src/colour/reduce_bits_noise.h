@@ -41,8 +41,9 @@ private:
 struct NoiseRange {
     double low, high;
 
-    // Where a number of the generator, uniform over all integers of 32 bits, lies in the range.
-    double at(int32_t number) const { return (low + high) * 0.5 + number * (high - low) * 0x1p-32; }
+    // Where a number of the generator, uniform over all integers of 32 bits, lies in the range. The contract writes
+    // 2^-32 in decimals, which give a double just above it.
+    double at(int32_t number) const { return (low + high) * 0.5 + number * (high - low) * 2.3283064365387e-10; }
 };
 
 struct NoiseTables {
@@ -64,8 +65,7 @@ struct NoiseTables {
     for (int32_t i = 0; i < noiseEntries; ++i) {
         const int32_t number = generator.next();
         values[i] = roundedToSingle(range.at(number));
-        // 0..1024, truncated: 512 + number * 2^-22 is exact and not below 0.
-        indices[i] = static_cast<uint16_t>(512 + (number >> 22));
+        indices[i] = static_cast<uint16_t>(NoiseRange{0, 1024}.at(number));
     }
 }
 

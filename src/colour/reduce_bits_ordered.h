@@ -48,13 +48,17 @@ struct NoisyThresholds {
     }
 };
 
+// Unrolled, here and in the level's conversions, all vectors of a block stay in registers.
 template <typename Thresholds>
-inline void ditherBlock(const Stairs& stairs, const Thresholds& thresholds, int32_t x, const uint8_t* src, uint8_t* dst)
+[[gnu::always_inline]] inline void ditherBlock(const Stairs& stairs, const Thresholds& thresholds, int32_t x,
+                                               const uint8_t* src, uint8_t* dst)
 {
     __m128 vectors[vectorsOfBlock];
     loadSamples(src, vectors);
+#pragma GCC unroll 4
     for (size_t i = 0; i < vectorsOfBlock; i += 3) {
         const SampleThresholds four = thresholds.at(x + static_cast<int32_t>(i / 3) * 4);
+#pragma GCC unroll 3
         for (int k = 0; k < 3; ++k) vectors[i + k] = levelOf(stairs, vectors[i + k], four.of[k]).value;
     }
     storeSamples(vectors, dst);

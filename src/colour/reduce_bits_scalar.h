@@ -105,44 +105,52 @@ void diffuseErrors(const ReducedImages& images, int32_t top, const NoiseTables* 
     }
 }
 
-// What becomes of each sample: the byte of its level, the byte of the level above, and the error that decides.
+// What becomes of each sample: the bytes of its level and of the level above, and the error that decides.
 struct SampleLevels {
     double error[256];
-    uint8_t below[256];
-    uint8_t above[256];
+    uint8_t bytes[2][256];
 
     explicit SampleLevels(const Staircase& stairs)
     {
         for (int32_t sample = 0; sample < 256; ++sample) {
             const int32_t level = wholeSteps(sample * stairs.inverse);
             error[sample] = sample - level * stairs.step;
-            below[sample] = stairs.byteOf(level);
-            above[sample] = stairs.byteOf(level + 1);
+            bytes[0][sample] = stairs.byteOf(level);
+            bytes[1][sample] = stairs.byteOf(level + 1);
         }
     }
 
-    uint8_t reduced(uint8_t sample, double threshold) const
+    // By a branch, for samples in order: most of them go the way of the one before.
+    uint8_t reducedInOrder(int32_t sample, double threshold) const
     {
-        return error[sample] > threshold ? above[sample] : below[sample];
+        return error[sample] > threshold ? bytes[1][sample] : bytes[0][sample];
     }
+
+    // By an index, where nothing foretells the way.
+    uint8_t reduced(uint8_t sample, double threshold) const { return bytes[error[sample] > threshold][sample]; }
 };
 
 // Without noise every fourth row has the same four thresholds: a table of bytes for each.
-void ditherQuietly(const ReducedImages& images, const SampleLevels& levels, double step)
+struct QuietLevels {
+    uint8_t bytes[4][4][256];
+
+    QuietLevels(const SampleLevels& levels, double step, int32_t rows)
+    {
+        for (int row = 0; row < 4 && row < rows; ++row)
+            for (int column = 0; column < 4; ++column)
+                for (int32_t sample = 0; sample < 256; ++sample)
+                    bytes[row][column][sample] = levels.reducedInOrder(sample, ditherMatrix[row][column] * step);
+    }
+};
+
+void ditherQuietly(const ReducedImages& images, const QuietLevels& levels)
 {
-    for (int32_t phase = 0; phase < 4 && phase < images.roiSize.height; ++phase) {
-        uint8_t bytes[4][256];
-        for (int column = 0; column < 4; ++column)
-            for (int sample = 0; sample < 256; ++sample)
-                bytes[column][sample] =
-                    levels.reduced(static_cast<uint8_t>(sample), ditherMatrix[phase][column] * step);
-        for (int32_t y = phase; y < images.roiSize.height; y += 4) {
-            const uint8_t* src = images.srcRow(y);
-            uint8_t* dst = images.dstRow(y);
-            for (int32_t x = 0; x < images.roiSize.width; ++x, src += 3, dst += 3) {
-                const uint8_t* const byteOf = bytes[x & 3];
-                for (int channel = 0; channel < 3; ++channel) dst[channel] = byteOf[src[channel]];
-            }
+    for (int32_t y = 0; y < images.roiSize.height; ++y) {
+        const uint8_t* src = images.srcRow(y);
+        uint8_t* dst = images.dstRow(y);
+        for (int32_t x = 0; x < images.roiSize.width; ++x, src += 3, dst += 3) {
+            const uint8_t* const byteOf = levels.bytes[y & 3][x & 3];
+            for (int channel = 0; channel < 3; ++channel) dst[channel] = byteOf[src[channel]];
         }
     }
 }
@@ -166,7 +174,7 @@ void ditherOrdered(const ReducedImages& images, int32_t top, const NoiseTables* 
     if (noise)
         ditherNoisily(images, levels, stairs.step, *noise);
     else
-        ditherQuietly(images, levels, stairs.step);
+        ditherQuietly(images, QuietLevels(levels, stairs.step, images.roiSize.height));
 }
 
 }

@@ -58,6 +58,11 @@ NoiseRange orderedNoise(int32_t noise)
     return {scaledNoise(1.0, -noise), scaledNoise(1.0, noise)};
 }
 
+ruxStatus reduceInMode(const ReducedImages& images, int32_t top, int32_t noise, ruxDitherType ditherType)
+{
+    return reduce(images, top, noise, ditherType);
+}
+
 // The staircase in vectors.
 struct Stairs {
     __m128 step;
@@ -78,7 +83,7 @@ inline Level levelOf(const Stairs& stairs, __m128 values, __m128 thresholds)
     const __m128 above = _mm_add_ps(below, stairs.step);
     const __m128 rest = _mm_sub_ps(values, below);
     const __m128 isAbove = _mm_cmplt_ps(thresholds, rest);
-    return {chosen(isAbove, above, below), chosen(isAbove, _mm_sub_ps(values, above), rest)};
+    return {_mm_add_ps(below, _mm_and_ps(isAbove, stairs.step)), chosen(isAbove, _mm_sub_ps(values, above), rest)};
 }
 
 }

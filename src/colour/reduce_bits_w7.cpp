@@ -35,6 +35,7 @@ inline __m128 bytesOfLevels(__m128 levels)
 inline void loadSamples(const uint8_t* from, __m128* samples)
 {
     const __m128i zero = _mm_setzero_si128();
+#pragma GCC unroll 3
     for (int i = 0; i < 3; ++i, from += 16, samples += 4) {
         const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
         const __m128i low = _mm_unpacklo_epi8(bytes, zero);
@@ -48,6 +49,7 @@ inline void loadSamples(const uint8_t* from, __m128* samples)
 
 inline void storeSamples(const __m128* levels, uint8_t* to)
 {
+#pragma GCC unroll 3
     for (int i = 0; i < 3; ++i, to += 16, levels += 4) {
         const __m128i low = _mm_packs_epi32(_mm_cvttps_epi32(levels[0]), _mm_cvttps_epi32(levels[1]));
         const __m128i high = _mm_packs_epi32(_mm_cvttps_epi32(levels[2]), _mm_cvttps_epi32(levels[3]));

@@ -54,26 +54,28 @@ inline ruxStatus checkMagic(const ruxMomentState* state)
     return require(load<int32_t>(&state->magic) == momentMagic, ruxStatusContextMismatch);
 }
 
-// The moment about the shifted origin by binomial expansion: coefficients first, then times moments, from left to
-// right. Returns whether there is such a moment. Not inlined: the caller sets the stack's precision first.
-[[gnu::noinline]] bool shiftedMoment(const double* m, int32_t mOrder, int32_t nOrder, ruxiPoint offset, double* value)
+// The moment, of an order up to 3, about the shifted origin by binomial expansion: coefficients first, then times
+// moments, from left to right. Not inlined: the caller sets the stack's precision first.
+[[gnu::noinline]] double shiftedMoment(const double* m, int32_t mOrder, int32_t nOrder, ruxiPoint offset)
 {
+    const int32_t slot = nOrder * 4 + mOrder;
+    if (offset.x == 0 && offset.y == 0) return m[slot];   // the products would make NaN of infinite moments
+
     const double x = offset.x;
     const double y = offset.y;
     const double xx = x * x;
     const double yy = y * y;
-    switch (mOrder < 0 || nOrder < 0 ? -1 : nOrder * 4 + mOrder) {
-    case 0: *value = m[0]; return true;
-    case 1: *value = m[1] + x * m[0]; return true;
-    case 2: *value = m[2] + 2 * x * m[1] + xx * m[0]; return true;
-    case 3: *value = m[3] + 3 * x * m[2] + 3 * xx * m[1] + xx * x * m[0]; return true;
-    case 4: *value = m[4] + y * m[0]; return true;
-    case 5: *value = m[5] + x * m[4] + y * m[1] + x * y * m[0]; return true;
-    case 6: *value = m[6] + 2 * x * m[5] + xx * m[4] + y * m[2] + 2 * x * y * m[1] + xx * y * m[0]; return true;
-    case 8: *value = m[8] + 2 * y * m[4] + yy * m[0]; return true;
-    case 9: *value = m[9] + x * m[8] + 2 * y * m[5] + yy * m[1] + 2 * x * y * m[4] + x * yy * m[0]; return true;
-    case 12: *value = m[12] + 3 * y * m[8] + 3 * yy * m[4] + yy * y * m[0]; return true;
-    default: return false;
+    switch (slot) {
+    case 0: return m[0];
+    case 1: return m[1] + x * m[0];
+    case 2: return m[2] + 2 * x * m[1] + xx * m[0];
+    case 3: return m[3] + 3 * x * m[2] + 3 * xx * m[1] + xx * x * m[0];
+    case 4: return m[4] + y * m[0];
+    case 5: return m[5] + x * m[4] + y * m[1] + x * y * m[0];
+    case 6: return m[6] + 2 * x * m[5] + xx * m[4] + y * m[2] + 2 * x * y * m[1] + xx * y * m[0];
+    case 8: return m[8] + 2 * y * m[4] + yy * m[0];
+    case 9: return m[9] + x * m[8] + 2 * y * m[5] + yy * m[1] + 2 * x * y * m[4] + x * yy * m[0];
+    default: return m[12] + 3 * y * m[8] + 3 * yy * m[4] + yy * y * m[0];
     }
 }
 
@@ -124,10 +126,10 @@ ruxStatus RUXCALL ruxiGetSpatialMoment_64f(const ruxMomentState* state, int32_t 
         return failure;
     if (auto failure = require(channel >= 0 && channel < state->channels, ruxStatusChannelNumber)) return failure;
 
+    if (mOrder < 0 || nOrder < 0) return ruxStatusOk;   // no such moment: nothing is written
+
     const DoublePrecision precision;
-    double moment;
-    if (shiftedMoment(state->moments + channel * 16, mOrder, nOrder, roiOffset, &moment))
-        store<double>(value, moment);
+    store<double>(value, shiftedMoment(state->moments + channel * 16, mOrder, nOrder, roiOffset));
     return ruxStatusOk;
 }
 

@@ -124,7 +124,7 @@ inline void addTurns(Row& upper, Row& lower, int32_t turns)
 void addRows(const uint8_t* src, int32_t srcStep, ruxiSize roiSize, int32_t, double* moments)
 {
     int32_t y = 0;
-    for (; y + 2 <= roiSize.height; y += 2, src += 2 * static_cast<ptrdiff_t>(srcStep)) {
+    for (; roiSize.height - y >= 2; y += 2, src += 2 * static_cast<ptrdiff_t>(srcStep)) {
         Row upper(src, roiSize.width);
         Row lower(src + srcStep, roiSize.width);
         const int32_t turns = upper.parts.turns < lower.parts.turns ? upper.parts.turns : lower.parts.turns;

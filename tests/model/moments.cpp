@@ -86,14 +86,15 @@ Moments momentsOf(Level level, const float* src, int32_t srcStep, ruxiSize roiSi
 double momentAbout(const Moments& m, int32_t xOrder, int32_t yOrder, ruxiPoint offset)
 {
     const double X = offset.x, Y = offset.y;
+    if (X == 0 && Y == 0) return m[static_cast<size_t>(4 * yOrder + xOrder)];
     switch (10 * xOrder + yOrder) {
     case 0: return m[0];
     case 10: return m[1] + X * m[0];
     case 20: return m[2] + 2 * X * m[1] + X * X * m[0];
-    case 30: return m[3] + 3 * X * m[2] + 3 * X * X * m[1] + X * X * X * m[0];
+    case 30: return m[3] + 3 * X * m[2] + 3 * (X * X) * m[1] + X * X * X * m[0];
     case 1: return m[4] + Y * m[0];
     case 2: return m[8] + 2 * Y * m[4] + Y * Y * m[0];
-    case 3: return m[12] + 3 * Y * m[8] + 3 * Y * Y * m[4] + Y * Y * Y * m[0];
+    case 3: return m[12] + 3 * Y * m[8] + 3 * (Y * Y) * m[4] + Y * Y * Y * m[0];
     case 11: return m[5] + X * m[4] + Y * m[1] + X * Y * m[0];
     case 21: return m[6] + 2 * X * m[5] + X * X * m[4] + Y * m[2] + 2 * X * Y * m[1] + X * X * Y * m[0];
     default: return m[9] + X * m[8] + 2 * Y * m[5] + Y * Y * m[1] + 2 * X * Y * m[4] + X * (Y * Y) * m[0];

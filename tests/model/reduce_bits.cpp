@@ -150,13 +150,19 @@ uint8_t orderedInSingle(const Steps& steps, int sample, float fraction)
     return static_cast<uint8_t>(std::min(static_cast<int>(level), 255));
 }
 
+bool isInDouble(Level level)
+{
+    return level == px || level == m6;
+}
+
 constexpr int bayer[16] = {0, 8, 2, 10, 12, 4, 14, 6, 3, 11, 1, 9, 15, 7, 13, 5};
 
 void orderedDither(Level level, const uint8_t* src, int32_t srcStep, uint8_t* dst, int32_t dstStep, ruxiSize size,
                    int32_t noise, int32_t levels)
 {
     const Steps steps(levels);
-    const double range = noise * static_cast<double>(percent);
+    const float single = static_cast<float>(noise) * percent;
+    const double range = isInDouble(level) ? noise * static_cast<double>(percent) : single;
     const Noise values(-range, range);
     for (int y = 0; y < size.height; y++) {
         for (int x = 0; x < 3 * size.width; x++) {
@@ -164,7 +170,7 @@ void orderedDither(Level level, const uint8_t* src, int32_t srcStep, uint8_t* ds
             const float value = noise ? values.at(x / 3, 2 * y) : 0;
             const int sample = *at(src, srcStep, x, y);
             *at(dst, dstStep, x, y) =
-                level == px || level == m6
+                isInDouble(level)
                     ? orderedInDouble(steps, sample, (static_cast<double>(matrix) + value) * steps.step)
                     : orderedInSingle(steps, sample, matrix + value);
         }
@@ -176,9 +182,15 @@ double thresholdAt(const Steps& steps, const Noise& values, int32_t noise, int x
     return noise ? values.at(x, 2 * y + x) : 0.5 * steps.single;
 }
 
-Noise noiseOfDiffusion(const Steps& steps, int32_t noise)
+// The ends of the range are formed from the single-precision step, in the precision of the level.
+Noise noiseOfDiffusion(Level level, const Steps& steps, int32_t noise)
 {
-    return Noise(steps.step * (50 - noise) * percent, steps.step * (50 + noise) * percent);
+    const auto end = [&](int32_t parts) -> double {
+        if (isInDouble(level)) return static_cast<double>(steps.single) * parts * percent;
+        const float single = steps.single * static_cast<float>(parts);
+        return single * percent;
+    };
+    return Noise(end(50 - noise), end(50 + noise));
 }
 
 }
@@ -219,12 +231,12 @@ ruxStatus ruxiReduceBits_8u_C3R(Level level, const uint8_t* src, int32_t srcStep
 
     const Steps steps(levels);
     const Kernel& kernel = kernelOf(ditherType);
-    const Noise values = noiseOfDiffusion(steps, noise);
+    const Noise values = noiseOfDiffusion(level, steps, noise);
     eachSample(roiSize, [&](int x, int y, int channel, const Errors& errors) {
         const double T = thresholdAt(steps, values, noise, x, y);
         const int sample = *at(src, srcStep, 3 * x + channel, y);
         const Quantised result =
-            level == px || level == m6
+            isInDouble(level)
                 ? inDouble(steps, sample + errors.weighted(kernel, x) * kernel.scale, T)
                 : inSingle(steps, static_cast<float>(sample) + diffusedInSingle(errors, kernel, x),
                            static_cast<float>(T));
@@ -240,7 +252,7 @@ bool followsDiffusion(const uint8_t* src, int32_t srcStep, const uint8_t* dst, i
     constexpr double nearness = 1.0 / 1024;   // far above what single-precision sums of a dozen errors can lose
     const Steps steps(levels);
     const Kernel& kernel = kernelOf(ditherType);
-    const Noise values = noiseOfDiffusion(steps, noise);
+    const Noise values = noiseOfDiffusion(w7, steps, noise);
     bool right = true;
     eachSample(roiSize, [&](int x, int y, int channel, const Errors& errors) -> float {
         const double T = thresholdAt(steps, values, noise, x, y);
