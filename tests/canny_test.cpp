@@ -159,6 +159,17 @@ TEST_P(Canny, orderOfStatuses)
     EXPECT_EQ(status(buffer.data(), step, step, {20, 3}, -0.0f, 0), 0);
 }
 
+// a6 and w7 clear the MMX state, also that of a host that has it in use.
+TEST_P(Canny, clearsMmxState)
+{
+    if (!inWords(level())) GTEST_SKIP() << "px and m6 compute on the stack that MMX takes";
+    const Gradients g(level(), 40, 20);
+    const Image<uint8_t> dst(Shape{40, 20}, 1);
+    const Scratch buffer(scratchBytes(40, 20), {}, 2);
+    agreeUnder(HostState().mmxInUse(), RUX_OPERATION(ruxiCanny_16s8u_C1R), g.dx, g.dx.step(), g.dy, g.dy.step(), dst,
+               dst.step(), dst.roi(), FloatBits{bitsOf(20)}, FloatBits{bitsOf(90)}, buffer);
+}
+
 TEST_P(Canny, bearsEveryHostState)
 {
     const Gradients g(level(), 40, 20);

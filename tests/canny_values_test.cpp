@@ -1,4 +1,6 @@
 // What Canny makes of gradients set by hand: the contract's numbers.
+#include <limits>
+
 #include "canny_setting.h"
 #include "ruxlib.h"
 #include "support/call.h"
@@ -217,6 +219,34 @@ TEST_P(CannyValues, magnitudesThatSaturate)
     EXPECT_EQ(field.edge(2, 0), inWords(level()) ? 0 : 255);
 }
 
+// dst is written when all gradients have been read: it may stand on theirs.
+TEST_P(CannyValues, dstOverTheGradients)
+{
+    const Shape shape = gradientShape(level(), 64, 60);
+    const Image<int16_t> srcDx(shape, 1, uniform<int16_t>(-40, 40)), srcDy(shape, 2, uniform<int16_t>(-40, 40));
+    const ruxiSize roi{64, 40};
+    const Scratch buffer(scratchBytes(64, 40), {Edge::end, Place::touching}, 3);
+    const auto find = [&](const Image<int16_t>& dx, const Image<int16_t>& dy, uint8_t* dst, int32_t dstStep) {
+        EXPECT_EQ(call(ruxiCanny_16s8u_C1R, dx.data(), dx.step(), dy.data(), dy.step(), dst, dstStep, roi,
+                       FloatBits{bitsOf(20)}, FloatBits{bitsOf(60)}, buffer.data()), 0);
+    };
+    const Image<uint8_t> apart(Shape{64, 40}, 1);
+    find(srcDx, srcDy, apart.data(), apart.step());
+    int edges = 0;
+    for (int i = 0; i < 64 * 40; i++) edges += apart.get(i % 64, i / 64) == 255;
+    EXPECT_GT(edges, 200);
+    for (const int firstRow : {0, 2, 20}) {
+        for (const bool overDx : {false, true}) {
+            const auto dx = srcDx.clone(), dy = srcDy.clone();
+            const Image<int16_t>& under = overDx ? dx : dy;
+            find(dx, dy, under.row(firstRow), under.step());
+            for (int y = 0; y < 40; y++) {
+                ASSERT_EQ(std::memcmp(under.row(firstRow + y), apart.row(y), 64), 0) << firstRow << ", row " << y;
+            }
+        }
+    }
+}
+
 // 40000 is -25536 at a6 and w7: every pixel of a block of 4 that holds a magnitude is above it.
 TEST_P(CannyValues, highThresholdThatWraps)
 {
@@ -226,6 +256,37 @@ TEST_P(CannyValues, highThresholdThatWraps)
     for (int x = 0; x < 12; x++) {
         EXPECT_EQ(field.edge(x, 0), inWords(level()) && x / 4 == 1 ? 255 : 0) << x;
     }
+
+    Field endingInABlock(level(), 10, 2);
+    endingInABlock.set(9, 0, 9);
+    endingInABlock.find(3, 40000);
+    EXPECT_EQ(endingInABlock.edges(), inWords(level()) ? 2 : 0);
+    EXPECT_EQ(endingInABlock.edge(8, 0), inWords(level()) ? 255 : 0);
+}
+
+// What an integer cannot hold is 0 at a6 and w7; at px and m6 no magnitude is above it.
+TEST_P(CannyValues, thresholdsBeyondIntegers)
+{
+    constexpr float infinity = std::numeric_limits<float>::infinity(), nan = std::numeric_limits<float>::quiet_NaN();
+    for (const float threshold : {2147483648.0f, 1e10f, infinity, nan}) {
+        Field field(level(), 5, 3);
+        field.set(2, 1, 50);
+        field.find(threshold, threshold);
+        EXPECT_EQ(field.edges(), inWords(level()) ? 1 : 0) << threshold;
+        field.find(10, threshold);
+        EXPECT_EQ(field.edges(), inWords(level()) ? 1 : 0) << threshold;
+    }
+}
+
+// 65546 is 10 at a6 and w7.
+TEST_P(CannyValues, thresholdThatWrapsToASmallOne)
+{
+    Field field(level(), 5, 3);
+    field.set(1, 1, 10);
+    field.set(3, 1, 11);
+    field.find(5, 65546);
+    EXPECT_EQ(field.edge(1, 1), 0);
+    EXPECT_EQ(field.edge(3, 1), inWords(level()) ? 255 : 0);
 }
 
 // Where both thresholds have wrapped the search goes over zeros too, but not on from a suppressed magnitude of 1: that
@@ -257,6 +318,8 @@ TEST_P(CannyValues, sizeOfTheBuffer)
     EXPECT_EQ(size, 108);
     EXPECT_EQ(call(ruxiCannyGetSize, ruxiSize{8000, 2}, &size), 0);
     EXPECT_EQ(size, 12 * 8002 * 4);
+    EXPECT_EQ(call(ruxiCannyGetSize, ruxiSize{14000, 14000}, &size), 0);
+    EXPECT_EQ(size, -1942295248);   // 2352672048 - 2^32
 }
 
 }

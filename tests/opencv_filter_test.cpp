@@ -127,7 +127,7 @@ static cv::Mat edgesOf(const cv::Mat& dx, const cv::Mat& dy, float low, float hi
 {
     int32_t size = 0;
     EXPECT_EQ(ruxiCannyGetSize(sizeOf(dx), &size), 0);
-    // a6 and w7 read up to 4 elements behind a row: the last row has them too.
+    // a6 and w7 may read up to 4 elements behind a row: the last row has them too.
     cv::Mat wideDx, wideDy, dst(dx.size(), CV_8U), buffer(1, size, CV_8U);
     cv::copyMakeBorder(dx, wideDx, 0, 0, 0, 4, cv::BORDER_CONSTANT);
     cv::copyMakeBorder(dy, wideDy, 0, 0, 0, 4, cv::BORDER_CONSTANT);

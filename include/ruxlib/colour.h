@@ -186,7 +186,7 @@ ruxStatus RUXCALL ruxiYUV422ToRGB_8u_P3AC4R(const uint8_t* const src[3], const i
  *   RGB555  b >> 3 in bits 14..10, g >> 3 in 9..5,  r >> 3 in 4..0        BGR555  r on top, b below; bit 15 is 0
  *
  * dstStep is in bytes; its half, rounded down, counts the words of a row, so that an odd step loses its low bit.
- * dst may stand at any address.
+ * dst may stand at any address, but not on a src of 2 bytes a pixel: a6 and w7 read pixels again that they have done.
  *
  * Statuses: ruxStatusNullPointer (src, dst); ruxStatusSizeError (width or height below 1); ruxStatusNullPointer (a
  * plane); ruxStatusStepError (a step below 1).
@@ -254,8 +254,9 @@ ruxStatus RUXCALL ruxiJoin422_8u_P3C2R(const uint8_t* const src[3], const int32_
  *   red f(h + 120), green f(h), blue f(h - 120), hues taken back into 0..360; all three l where S is 0
  *   byte = truncate(f * 255 + 1e-7)
  *
- * 1/255 and 1/60 are the nearest floats. px and m6 compute in double; a6 and w7 in float but for the last
- * multiplication and addition, so that the two pairs of levels can differ by one.
+ * 1/255 and 1/60 are the nearest floats, which are multiplied with; each step is rounded, from left to right as it
+ * stands here. px and m6 compute in double, in the host's rounding mode; a6 and w7 in float but for the last
+ * multiplication and addition, to nearest whatever the host has set, so that the two pairs of levels can differ by one.
  *
  * Statuses: ruxStatusNullPointer (src, dst, then a plane); ruxStatusStepError (a step below 1); ruxStatusSizeError
  * (width or height below 1).
@@ -268,8 +269,10 @@ ruxStatus RUXCALL ruxiHLSToBGR_8u_P3C3R(const uint8_t* const src[3], int32_t src
  *
  *   out[i] = sat(round(twist[4 i] * c0 + twist[4 i + 1] * c1 + twist[4 i + 2] * c2 + twist[4 i + 3])), ties to even
  *
- * px, m6 and a6 compute in double and w7 in float, each in an order of its own, so that a result near a tie can differ
- * by one. The rounding modes that the host has set change nothing and are left as found.
+ * With p0, p1, p2 for the products and p3 for the offset, px, m6 and a6 compute ((p0 + p3) + p1) + p2 in double, and w7
+ * (p3 + p0) + (p2 + p1) in float, each step rounded, so that a result near a tie can differ by one, and more where a
+ * float overflows. A sum that is a NaN gives 0. The rounding modes that the host has set change nothing and are left as
+ * found.
  *
  * Statuses: ruxStatusNullPointer (src, dst, twist); ruxStatusSizeError (width or height below 1); ruxStatusStepError
  * (a step below 1).
@@ -312,9 +315,11 @@ enum {
  *
  * px and m6 compute in double, add 9e-6 before they truncate, and store (q * truncate(65280 / (levels - 1))) >> 8; a6
  * and w7 compute in float and store truncate(q * step). So the bytes of a level can differ by one: with 10 levels q = 3
- * gives 84 at px and m6, 85 at a6 and w7; with 12 levels the top one is 254 and 255. Where the threshold of an ordered
- * dither takes q past the top level, px and m6 store the low 8 bits, a6 and w7 saturate. 256 levels without noise
- * return the image.
+ * gives 84 at px and m6, 85 at a6 and w7; with 12 levels the top one is 254 and 255. Where a threshold takes q past the
+ * top level, the low 8 bits are stored; a6 and w7 saturate in ordered dither, not in error diffusion. 256 levels
+ * without noise return the image.
+ *
+ * The rows of dst must not overlap one another: a6 and w7 do several rows of error diffusion at once.
  *
  * ditherType 0 copies and looks at neither noise nor levels; a value outside 0..4 returns ruxStatusOk after the tests
  * and writes nothing.

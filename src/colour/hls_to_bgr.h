@@ -1,6 +1,6 @@
 // Planes of hue, lightness and saturation to interleaved B, G, R.
 //
-// The operation stands here once; each level's file gives the routine for a row and what it holds meanwhile, RowState.
+// The operation stands here once; each level's file gives the routine for a row and what it holds meanwhile, HlsState.
 #pragma once
 
 #include "frame/bytes.h"
@@ -65,7 +65,7 @@ ruxStatus RUXCALL ruxiHLSToBGR_8u_P3C3R(const uint8_t* const src[3], int32_t src
     if (auto failure = firstFailure(pointers(src[0], src[1], src[2]), steps(srcStep, dstStep), sizes(roiSize)))
         return failure;
 
-    const RowState state;
+    const HlsState state;
     HlsRow row = {src[0], src[1], src[2]};
     for (int32_t y = 0; y < roiSize.height; ++y, row = row.at(static_cast<size_t>(srcStep)), dst += dstStep)
         hlsRow(row, dst, static_cast<size_t>(roiSize.width));

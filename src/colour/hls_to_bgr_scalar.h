@@ -6,7 +6,7 @@
 namespace rux::RUX_LEVEL {
 namespace {
 
-using RowState = DoublePrecision;
+using HlsState = DoublePrecision;
 
 }
 }
@@ -33,7 +33,7 @@ inline void convertPixel(HlsRow src, uint8_t* bgr)
     }
 }
 
-// Not inlined: the compiler's truncation saves the precision that RowState has set before.
+// Not inlined: the compiler's truncation saves the precision that HlsState has set before.
 [[gnu::noinline]] void hlsRow(HlsRow src, uint8_t* dst, size_t width)
 {
     for (size_t x = 0; x < width; ++x) convertPixel(src.at(x), dst + x * 3);

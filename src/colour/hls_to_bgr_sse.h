@@ -5,6 +5,22 @@
 
 #include <xmmintrin.h>
 
+#include "frame/rounding.h"
+
+namespace rux::RUX_LEVEL {
+namespace {
+
+// The compiler has rounded the hues to nearest; so is all that is computed with them.
+struct HlsState {
+    HlsState() : rounding(Rounding::nearest) {}
+
+    RowState rows;
+    VectorRounding rounding;
+};
+
+}
+}
+
 #include "colour/hls_to_bgr.h"
 #include "colour/rgb_vector_stores.h"
 
@@ -94,7 +110,8 @@ inline void convertBlock(HlsRow src, uint8_t* dst)
     storeBlock<OrdinaryStores>(Rgb24(), {even.blue, odd.blue, even.green, odd.green, even.red, odd.red}, dst);
 }
 
-// What is left over behind the blocks goes through a block of its own.
+// What is left over behind the blocks goes through a block of its own. Not inlined: compilers move arithmetic over a
+// change of the control register.
 [[gnu::noinline]] void hlsRow(HlsRow src, uint8_t* dst, size_t width)
 {
     size_t x = 0;

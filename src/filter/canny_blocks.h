@@ -46,7 +46,8 @@ public:
     {
     }
 
-    // A row is suppressed as soon as the row below it has its magnitudes.
+    // A row is suppressed as soon as the row below it has its magnitudes. dst, which may overlap the gradients, comes
+    // last.
     void run()
     {
         fillRow(-1, 0);

@@ -1,9 +1,10 @@
 // Canny as px and m6 have it: a map of float magnitudes and a map of direction codes.
 //
 // The buffer holds, from its start and at any address: the direction map, a byte a pixel; the magnitude map, in a frame
-// of zeros one pixel wide; the stack. The stack holds 32-bit numbers of map elements. A pixel is marked in dst when it
-// is pushed, so it is pushed once: of 12 * (width + 2) * (height + 2) bytes the maps leave more than
-// 7 * width * height, and the stack takes no more than 4 * width * height.
+// of zeros one pixel wide; the stack. The stack holds 32-bit numbers of map elements. Suppression pushes a pixel once,
+// and a pixel on the stack is marked in dst, so that the search does not push it again: of
+// 12 * (width + 2) * (height + 2) bytes the maps leave more than 7 * width * height, and the stack takes no more than
+// 4 * width * height.
 //
 // Magnitudes are whole numbers up to 65536, exact as floats. Floats that are not negative stand in the order of their
 // bits, and a negated one is below all of them: they are compared as integers.
@@ -66,7 +67,8 @@ public:
     {
     }
 
-    // A row is suppressed as soon as the row below it has its magnitudes.
+    // A row is suppressed as soon as the row below it has its magnitudes. dst may overlap the gradients: it is written
+    // when they have been read.
     void run()
     {
         clear(magnitudes, static_cast<size_t>(stride));
@@ -76,9 +78,10 @@ public:
                 gradientRow(y + 1);
             else
                 clear(mapRow(y + 1) - 4, static_cast<size_t>(stride));
-            clear(dstRow(y), static_cast<size_t>(images.width));
             suppressRow(y);
         }
+        for (int32_t y = 0; y < images.height; ++y) clear(dstRow(y), static_cast<size_t>(images.width));
+        markPushed();
         followEdges();
     }
 
@@ -122,14 +125,22 @@ private:
             if (magnitude <= next || previous >= magnitude)
                 store(at, magnitude | INT32_MIN);
             else if (magnitude > high)
-                push(static_cast<uint32_t>((at - magnitudes) / 4), dstRow(y) + x);
+                push(static_cast<uint32_t>((at - magnitudes) / 4));
         }
     }
 
-    void push(uint32_t element, uint8_t* mark)
+    void push(uint32_t element) { store(stack + 4 * depth++, element); }
+
+    // The pixel of an element of the magnitude map that is not of the frame.
+    uint8_t* dstPixel(uint32_t element) const
     {
-        *mark = 255;
-        store(stack + 4 * depth++, element);
+        const uint32_t width = static_cast<uint32_t>(images.width) + 2;
+        return dstRow(static_cast<int32_t>(element / width) - 1) + element % width - 1;
+    }
+
+    void markPushed() const
+    {
+        for (size_t i = 0; i < depth; ++i) *dstPixel(load<uint32_t>(stack + 4 * i)) = 255;
     }
 
     // Survivors are above the low threshold; what is suppressed and the frame are not above 0.
@@ -139,11 +150,15 @@ private:
         while (depth > 0) {
             const uint32_t element = load<uint32_t>(stack + 4 * --depth);
             const uint8_t* const at = magnitudes + 4 * static_cast<size_t>(element);
-            uint8_t* const pixel = dstRow(static_cast<int32_t>(element / width) - 1) + element % width - 1;
-            for (int32_t y = -1; y <= 1; ++y)
-                for (int32_t x = -1; x <= 1; ++x)
-                    if (load<int32_t>(at + y * stride + 4 * x) > 0 && pixel[y * images.dstStep + x] == 0)
-                        push(element + y * width + x, pixel + y * images.dstStep + x);
+            uint8_t* const pixel = dstPixel(element);
+            for (int32_t y = -1; y <= 1; ++y) {
+                for (int32_t x = -1; x <= 1; ++x) {
+                    uint8_t* const mark = pixel + y * images.dstStep + x;
+                    if (load<int32_t>(at + y * stride + 4 * x) <= 0 || *mark != 0) continue;
+                    *mark = 255;
+                    push(element + y * width + x);
+                }
+            }
         }
     }
 

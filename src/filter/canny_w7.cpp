@@ -2,6 +2,7 @@
 #include "lanes/saturating_words8.h"
 
 #include "filter/canny_blocks.h"
+#include "frame/mmx_state.h"
 
 namespace rux::w7 {
 namespace {
@@ -64,6 +65,7 @@ void storeEdges(const uint8_t* row, uint8_t* dst, size_t width)
 
 void cannyEdges(const CannyImages& images, float lowThresh, float highThresh)
 {
+    const MmxState state;   // nothing here changes it: the contract of both levels clears it
     BlockCanny<Words>(images, {wrappedThreshold(lowThresh), wrappedThreshold(highThresh)}).run();
 }
 

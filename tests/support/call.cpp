@@ -49,6 +49,7 @@ struct Record {
         words[RECORD_MXCSR] = state.mxcsr;
         words[RECORD_HAS_MMX] = __builtin_cpu_supports("mmx") != 0;
         words[RECORD_HAS_SSE] = processorHasVectorState();
+        words[RECORD_MMX_IN_USE] = state.mmx && words[RECORD_HAS_MMX];
         words[RECORD_CALL_FLAGS] = 0x202;
         words[RECORD_GARBAGE] = static_cast<uintptr_t>(garbage);
         for (size_t i = 0; i < keptCount; i++) words[RECORD_KEPT + i] = kept(i);

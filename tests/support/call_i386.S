@@ -43,7 +43,7 @@ SYMBOL(ruxTestTrampoline):
     rep movsl
     mov %esp, FIELD(STACK_POINTER)(%ebx)
 
-    // Garbage in every register of MMX and the vector unit; the MMX state is then cleared.
+    // Garbage in every register of MMX and the vector unit; the MMX state is then cleared, unless it is to be in use.
     cmpl $0, FIELD(HAS_MMX)(%ebx)
     je 1f
     movq FIELD(GARBAGE)(%ebx), %mm0
@@ -54,6 +54,10 @@ SYMBOL(ruxTestTrampoline):
 1:  fninit
     fldcw FIELD(X87_CONTROL)(%ebx)
     fnstcw FIELD(X87_BEFORE)(%ebx)
+    cmpl $0, FIELD(MMX_IN_USE)(%ebx)
+    je 1f
+    movq FIELD(GARBAGE)(%ebx), %mm0
+1:
     cmpl $0, FIELD(HAS_SSE)(%ebx)
     je 2f
     stmxcsr FIELD(HOST_MXCSR)(%ebx)

@@ -24,4 +24,5 @@
 #define RECORD_HOST_X87 44            // the trampoline's own
 #define RECORD_HOST_STACK 45          // the trampoline's own
 #define RECORD_CALL_FLAGS 46          // in: the processor's flags at the call
-#define RECORD_SIZE 47
+#define RECORD_MMX_IN_USE 47          // in: whether the MMX state is not cleared before the call
+#define RECORD_SIZE 48

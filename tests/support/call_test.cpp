@@ -58,6 +58,13 @@ TEST(Call, findsFloatStackInUse)
     EXPECT_NONFATAL_FAILURE(run(leavesValueOnX87Stack), "x87 stack is not empty");
 }
 
+TEST(Call, entersWithMmxInUse)
+{
+    EXPECT_NONFATAL_FAILURE(callUnder(HostState().mmxInUse(), innocent, 40, 2, &anything, ruxiSize{3, 4}),
+                            "MMX in use:\nthe x87 stack is not empty");
+    EXPECT_EQ(run(innocent), 42);
+}
+
 TEST(Call, findsDirectionFlag)
 {
     EXPECT_NONFATAL_FAILURE(run(leavesDirectionFlag), "direction flag");

@@ -38,7 +38,7 @@ ruxTestTrampoline:
     rep movsq
     mov %rsp, FIELD(STACK_POINTER)(%rbx)
 
-    // Garbage in every register of MMX and the vector unit; the MMX state is then cleared.
+    // Garbage in every register of MMX and the vector unit; the MMX state is then cleared, unless it is to be in use.
     movq FIELD(GARBAGE)(%rbx), %mm0
     .irp i, 1,2,3,4,5,6,7
     movq %mm0, %mm\i
@@ -47,6 +47,10 @@ ruxTestTrampoline:
     fninit
     fldcw FIELD(X87_CONTROL)(%rbx)
     fnstcw FIELD(X87_BEFORE)(%rbx)
+    cmpq $0, FIELD(MMX_IN_USE)(%rbx)
+    je 1f
+    movq FIELD(GARBAGE)(%rbx), %mm0
+1:
     ldmxcsr FIELD(MXCSR)(%rbx)
     stmxcsr FIELD(MXCSR_BEFORE)(%rbx)
     movq FIELD(GARBAGE)(%rbx), %xmm15

@@ -64,6 +64,12 @@ HostState& HostState::flushDenormals()
     return *this;
 }
 
+HostState& HostState::mmxInUse()
+{
+    mmx = true;
+    return *this;
+}
+
 bool HostState::isKept() const
 {
     const HostState before;
@@ -79,7 +85,8 @@ bool HostState::isKept() const
 std::string HostState::describe() const
 {
     char text[64];
-    std::snprintf(text, sizeof text, "x87 control word %04X, MXCSR %04X", x87Control, mxcsr);
+    std::snprintf(text, sizeof text, "x87 control word %04X, MXCSR %04X%s", x87Control, mxcsr,
+                  mmx ? ", MMX in use" : "");
     return text;
 }
 
