@@ -95,17 +95,20 @@ TEST_P(Box, everyHeightOfMaskAnchorAndRegionInPlace)
     }
 }
 
-// White and any pixels under every area up to 4200, and under the areas whose products wrap or whose multiplier has a
-// bit more than the others. Rows a byte apart keep the images small.
+// White and any pixels under every area up to 4200, odd ones too, and under the areas whose products wrap or whose
+// multiplier has a bit more than the others. Rows a byte apart keep the images small.
 TEST_P(Box, everyArea)
 {
     std::vector<ruxiSize> masks = {{27, 19}, {41, 25}, {54, 19}, {4096, 2}, {2731, 3}, {91, 91}, {128, 128},
                                    {256, 256}, {257, 256}, {1024, 1024}, {1025, 1024}, {4096, 4096}};
-    for (int width = 2; width <= 2100; width++) masks.push_back({width, 2});
+    for (int area = 4; area <= 4200; area++) {
+        int height = 2;
+        while (height * height < area && area % height != 0) height++;
+        if (area % height == 0) masks.push_back({area / height, height});
+    }
     for (const ruxiSize mask : masks) {
         const Image<uint8_t> white(vectorOf(mask.width + mask.height + 1), 1, constant<uint8_t>(255));
-        const Image<uint8_t> any(vectorOf(mask.width + mask.height + 1), 2, anyBits<uint8_t>);
-        const Image<uint8_t> dst(Shape{2, 2}, 3);
+        const Image<uint8_t> any(vectorOf(mask.width + mask.height + 1), 2, anyBits<uint8_t>), dst(Shape{2, 2}, 3);
         for (const auto* src : {&white, &any}) {
             agree(RUX_OPERATION(ruxiFilterBox_8u_C1R), *src, Step{1}, dst, dst.step(), dst.roi(), mask,
                   ruxiPoint{0, 0});
@@ -114,17 +117,27 @@ TEST_P(Box, everyArea)
     }
 }
 
+// Where 2^32 by the area lies right below an integer, px and the others each make of it what they do.
+TEST_P(Box, reciprocalsRightBelowIntegers)
+{
+    for (const ruxiSize mask : {ruxiSize{5574, 6214}, ruxiSize{7568, 18307}}) {
+        const Image<uint8_t> src(vectorOf(mask.width + mask.height), 1, anyBits<uint8_t>), dst(Shape{1, 1}, 2);
+        agree(RUX_OPERATION(ruxiFilterBox_8u_C1R), src, Step{1}, dst, dst.step(), dst.roi(), mask, ruxiPoint{0, 0});
+    }
+}
+
 // A wide mask on a wide region: the running sums go over many columns. Sums of white end at 16 bits, or the products
 // wrap, within vectors.
 TEST_P(Box, wideRegions)
 {
-    for (const Mask& mask : {Mask{{300, 4}, {299, 0}}, Mask{{1000, 2}, {0, 1}}, Mask{{2, 200}, {1, 100}},
-                             Mask{{128, 2}, {0, 0}}, Mask{{51, 5}, {9, 2}}, Mask{{16, 16}, {0, 3}},
-                             Mask{{86, 3}, {0, 0}}, Mask{{129, 2}, {3, 0}}, Mask{{91, 90}, {0, 0}},
-                             Mask{{91, 91}, {0, 1}}}) {
-        for (const auto& fill : {Fill<uint8_t>(anyBits<uint8_t>), constant<uint8_t>(255)}) {
-            const Image<uint8_t> src(around(500, 5, mask), 1, fill), dst(Shape{500, 5}, 2);
-            const Image<uint8_t> srcDst(aroundInPlace(500, 5, mask), 3, fill);
+    const Mask masks[] = {{{300, 4}, {299, 0}}, {{1000, 2}, {0, 1}}, {{2, 200}, {1, 100}}, {{128, 2}, {0, 0}},
+                          {{51, 5}, {9, 2}},    {{16, 16}, {0, 3}},  {{86, 3}, {0, 0}},    {{129, 2}, {3, 0}},
+                          {{91, 90}, {0, 0}},   {{91, 91}, {0, 1}}};
+    for (const Mask& mask : masks) {
+        for (const int width : {500, 507, 512}) {
+            const Fill<uint8_t> fill = width == 500 ? constant<uint8_t>(255) : Fill<uint8_t>(anyBits<uint8_t>);
+            const Image<uint8_t> src(around(width, 5, mask), 1, fill), dst(Shape{width, 5}, 2);
+            const Image<uint8_t> srcDst(aroundInPlace(width, 5, mask), 3, fill);
             agree(RUX_OPERATION(ruxiFilterBox_8u_C1R), src, src.step(), dst, dst.step(), dst.roi(), mask.size,
                   mask.anchor);
             agree(RUX_OPERATION(ruxiFilterBox_8u_C1IR), srcDst, srcDst.step(), srcDst.roi(), mask.size, mask.anchor);
@@ -369,6 +382,18 @@ TEST_P(Box, bearsEveryHostState)
                    mask.anchor);
         agreeUnder(state, RUX_OPERATION(ruxiFilterBox_8u_C1IR), srcDst, srcDst.step(), srcDst.roi(), mask.size,
                    mask.anchor);
+    }
+}
+
+// The reciprocals of powers of two are exact, and what lies half below them is rounded to them in every mode.
+TEST_P(Box, roundsReciprocalsToNearest)
+{
+    for (const ruxiSize mask : {ruxiSize{4, 4}, ruxiSize{4096, 4096}}) {
+        const Image<uint8_t> src(vectorOf(8 + mask.width + mask.height), 1, anyBits<uint8_t>), dst(Shape{8, 1}, 2);
+        for (const Rounding rounding : {Rounding::down, Rounding::up, Rounding::zero}) {
+            agreeUnder(HostState().x87Rounding(rounding).vectorRounding(rounding), RUX_OPERATION(ruxiFilterBox_8u_C1R),
+                       src, Step{1}, dst, dst.step(), dst.roi(), mask, ruxiPoint{0, 0});
+        }
     }
 }
 

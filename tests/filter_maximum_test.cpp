@@ -116,6 +116,39 @@ TEST_P(FilterMaximum, everyMaskWidth)
     }
 }
 
+TEST_P(FilterMaximum, laterRowWinsWhereRowsOverlap)
+{
+    for (const int maskHeight : {1, 2, 3, 8, 9, 12}) {
+        const ruxiSize mask = {3, maskHeight};
+        const Image<uint8_t> src(around(70, 21, mask, {0, 0}), 1), dst(Shape{70, 21}.withStep(33), 2);
+        agree(RUX_OPERATION(ruxiFilterMax_8u_C1R), src, src.step(), dst, dst.step(), dst.roi(), mask, ruxiPoint{0, 0});
+    }
+}
+
+// No row lands before the windows that need the pixels there are done.
+TEST_P(FilterMaximum, inPlaceAsElsewhere)
+{
+    for (const ruxiSize mask : {ruxiSize{1, 2}, ruxiSize{3, 1}, ruxiSize{5, 1}, ruxiSize{7, 1}, ruxiSize{4, 3},
+                                ruxiSize{3, 9}, ruxiSize{6, 12}, ruxiSize{20, 2}}) {
+        for (int cell = 0; cell < mask.width * mask.height; cell++) {
+            const ruxiPoint anchor = {cell % mask.width, cell / mask.width};
+            for (const int width : {3, 50}) {
+                const Image<uint8_t> image(around(width, 17, mask, anchor), 1, anyBits<uint8_t>);
+                const Image<uint8_t> dst(Shape{width, 17}, 2);
+                EXPECT_EQ(call(ruxiFilterMax_8u_C1R, image.data(), image.step(), dst.data(), width, dst.roi(), mask,
+                               anchor), 0);
+                EXPECT_EQ(call(ruxiFilterMax_8u_C1R, image.data(), image.step(), image.data(), image.step(), dst.roi(),
+                               mask, anchor), 0);
+                for (int y = 0; y < 17; y++) {
+                    EXPECT_EQ(std::memcmp(image.row(y), dst.row(y), static_cast<size_t>(width)), 0)
+                        << "row " << y << ", mask " << toText(mask) << ", cell " << cell;
+                }
+            }
+        }
+        if (HasFailure()) return;
+    }
+}
+
 TEST_P(FilterMaximum, refusesWrongArguments)
 {
     const Image<uint8_t> src(around(20, 3, {3, 4}, {1, 2}), 1), dst(Shape{20, 3}, 2);
@@ -139,40 +172,60 @@ TEST_P(FilterMaximum, orderOfStatuses)
     EXPECT_EQ(status(src.data(), 22, {20, 3}, {3, 3}), 0);
 }
 
-// At px a ring of rows, each of whole 32 bytes, and a window of 32-bit numbers.
-TEST_P(FilterMaximum, workMemoryOfPlainCode)
+// A ring of rows, each of whole 32 bytes; at px also a window of 32-bit numbers. The other levels take no ring for a
+// mask of one row, and a second block only for a wide mask.
+TEST_P(FilterMaximum, workMemory)
 {
-    if (level() != px) GTEST_SKIP() << "told of px alone";
-    const Image<uint8_t> src(around(40, 3, {5, 4}, {1, 2}), 1), dst(Shape{40, 3}, 2);
-    const BlockRequests requests;
-    EXPECT_EQ(call(ruxiFilterMax_8u_C1R, src.data(), src.step(), dst.data(), 40, dst.roi(), ruxiSize{5, 4},
-                   ruxiPoint{1, 2}), 0);
-    EXPECT_EQ(requests.sizes, BlockSizes({4 * 64, 5 * 4}));
+    const auto requested = [](ruxiSize mask, int width) {
+        const Image<uint8_t> src(around(width, 3, mask, {0, 0}), 1), dst(Shape{width, 3}, 2);
+        const BlockRequests requests;
+        EXPECT_EQ(call(ruxiFilterMax_8u_C1R, src.data(), src.step(), dst.data(), width, dst.roi(), mask,
+                       ruxiPoint{0, 0}), 0);
+        return requests.sizes;
+    };
+    EXPECT_EQ(requested({1, 1}, 40), BlockSizes());
+    for (const int width : {31, 32, 40}) {
+        const size_t row = width <= 32 ? 32 : 64;
+        for (const int maskWidth : {1, 2, 5, 9, 40}) {
+            for (const int maskHeight : {1, 2, 4, 9, 10, 23}) {
+                if (maskWidth == 1 && maskHeight == 1) continue;
+                const BlockSizes sizes = requested({maskWidth, maskHeight}, width);
+                const size_t ring = row * static_cast<size_t>(maskHeight), window = 4 * static_cast<size_t>(maskWidth);
+                if (level() == px) {
+                    EXPECT_EQ(sizes, BlockSizes({ring, window}));
+                    continue;
+                }
+                ASSERT_EQ(sizes.size(), (maskHeight > 1 ? 1u : 0u) + (maskWidth > 5 ? 1u : 0u));
+                if (maskHeight > 1) {
+                    EXPECT_EQ(sizes[0], ring) << maskWidth << "x" << maskHeight;
+                }
+            }
+        }
+    }
 }
 
 // At px the first of the two blocks stays where the second is refused.
 TEST_P(FilterMaximum, refusedAllocations)
 {
-    const Image<uint8_t> src(around(40, 3, {5, 4}, {1, 2}), 1), dst(Shape{40, 3}, 2);
-    const auto run = [&](const Image<uint8_t>& to) {
-        return call(ruxiFilterMax_8u_C1R, src.data(), src.step(), to.data(), 40, to.roi(), ruxiSize{5, 4},
-                    ruxiPoint{1, 2});
-    };
-    const int askedBefore = allocationsAsked();
-    EXPECT_EQ(run(dst.clone()), 0);
-    const int blocks = level() == px ? 2 : allocationsAsked() - askedBefore;
-    EXPECT_GT(blocks, 0);
-    int number = 0;
-    forEachRefusal(blocks, [&](bool refused) {
-        const Image<uint8_t> to = dst.clone();
-        EXPECT_EQ(run(to), refused ? -9 : 0);
-        if (refused) {
-            EXPECT_TRUE(to.equals(dst));
-        }
-        EXPECT_EQ(outstandingBlocks(), level() == px && number == 2 ? 1 : 0) << "allocation " << number;
-        if (number++ > 0) forgetBlocks();
-    });
-    forgetBlocks();
+    const struct {
+        ruxiSize mask;
+        int blocks;   // above px
+    } calls[] = {{{5, 4}, 1}, {{7, 4}, 2}, {{7, 1}, 1}, {{5, 1}, 0}};
+    for (const auto& [mask, blocks] : calls) {
+        const Image<uint8_t> src(around(40, 3, mask, {1, 0}), 1), dst(Shape{40, 3}, 2);
+        int number = 0;
+        forEachRefusal(level() == px ? 2 : blocks, [&, mask = mask](bool refused) {
+            const Image<uint8_t> to = dst.clone();
+            EXPECT_EQ(call(ruxiFilterMax_8u_C1R, src.data(), src.step(), to.data(), 40, to.roi(), mask,
+                           ruxiPoint{1, 0}), refused ? -9 : 0);
+            if (refused) {
+                EXPECT_TRUE(to.equals(dst));
+            }
+            EXPECT_EQ(outstandingBlocks(), level() == px && number == 2 ? 1 : 0) << "allocation " << number;
+            if (number++ > 0) forgetBlocks();
+        });
+        forgetBlocks();
+    }
 }
 
 }

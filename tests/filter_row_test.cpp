@@ -339,7 +339,10 @@ TEST_P(FilterRow, workMemory)
 // no state changes a result. No precision ever does.
 TEST_P(FilterRow, bearsEveryHostState)
 {
-    for (const int width : {15, 70}) {
+    const struct {
+        int width, kernelSize;
+    } sizes[] = {{15, 3}, {70, 3}, {70, 2}};
+    for (const auto& [width, kernelSize] : sizes) {
         const Image<uint8_t> src(Shape{width, 3}.margins(1, 0, 1, 0), 1, anyBits<uint8_t>), dst(Shape{width, 3}, 2);
         const Image<int32_t> large(vectorOf(3), 3, uniform<int32_t>(10000, 30000));
         const Image<int32_t> small(vectorOf(3), 4, uniform<int32_t>(2, 9)), negative(vectorOf(3), 5, constant(-1));
@@ -349,9 +352,9 @@ TEST_P(FilterRow, bearsEveryHostState)
         };
         const Call exact[] = {{&large, 65536}, {&small, 8}, {&small, 1}, {&negative, -2}, {&negative, -8}};
         const Call rounded[] = {{&large, 70001}, {&small, 10}, {&small, 30}, {&negative, -3}, {&negative, -14}};
-        const auto agreesUnder = [&](const HostState& state, const Call& call) {
+        const auto agreesUnder = [&, size = kernelSize](const HostState& state, const Call& call) {
             agreeUnder(state, RUX_OPERATION(ruxiFilterRow_8u_C1R), src, src.step(), dst, dst.step(), dst.roi(),
-                       *call.kernel, 3, 1, call.divisor);
+                       *call.kernel, size, 1, call.divisor);
         };
         for (const HostState& state : hostStates()) {
             for (const Call& call : exact) agreesUnder(state, call);

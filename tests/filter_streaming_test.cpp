@@ -30,10 +30,10 @@ protected:
     }
 
     template <class Function>
-    static Trace wayOfMedian(Function function, int32_t maskCode, int width)
+    static Trace wayOfMedian(Function function, int32_t maskCode, int width, int offset)
     {
         const Image<uint8_t> src(Shape{width, 1}.margins(2, 2, 2, 2), 1);
-        const Image<uint8_t> dst(Shape{width, 1}.at({Edge::start, 0}), 2);
+        const Image<uint8_t> dst(Shape{width, 1}.at({Edge::start, offset}), 2);
         Trace trace;
         EXPECT_EQ(call(function, src.data(), src.step(), dst.data(), dst.step(), dst.roi(), maskCode), ruxStatusOk);
         return trace;
@@ -57,19 +57,28 @@ TEST_P(FilterStreaming, boxWithoutMemoryFencesAtTheTopLevel)
     EXPECT_EQ(wayOfBox({9, 4}, ruxStatusMemoryAllocated).fences, 1);
 }
 
-// Blocks of 8 pixels at a6; at w7 of 32 in the rows, of 16 in the crosses, each stored 16 bytes at once.
+// From the destination's first boundary on, blocks of 8 pixels at a6; at w7 of 32 in the rows, of 16 in the crosses,
+// each stored 16 bytes at once. The call ends with one fence.
 TEST_P(FilterStreaming, mediansStoreWholeBlocks)
 {
-    const auto expectStores = [&](const Trace& way, int width, int block) {
-        EXPECT_EQ(way.streaming8, level() == a6 ? width / 8 : 0) << width;
-        EXPECT_EQ(way.streaming16, level() == w7 ? width / block * (block / 16) : 0) << width;
+    const auto expectStores = [&](const Trace& way, int width, int offset, int block) {
+        const auto blocks = [&](int boundary, int size) {
+            const int lead = (boundary - offset % boundary) % boundary;
+            return width < lead ? 0 : (width - lead) / size;
+        };
+        EXPECT_EQ(way.streaming8, level() == a6 ? blocks(8, 8) : 0) << width << " at " << offset;
+        EXPECT_EQ(way.streaming16, level() == w7 ? blocks(16, block) * (block / 16) : 0) << width << " at " << offset;
+        EXPECT_EQ(way.fences, level() == a6 || level() == w7 ? 1 : 0);
     };
-    for (const int width : {7, 8, 31, 32, 75}) {
-        for (const int32_t maskCode : {31, 51}) {
-            expectStores(wayOfMedian(ruxiFilterMedianHoriz_8u_C1R, maskCode, width), width, 32);
-        }
-        for (const int32_t maskCode : {33, 55}) {
-            expectStores(wayOfMedian(ruxiFilterMedianCross_8u_C1R, maskCode, width), width, 16);
+    for (const int offset : {0, 1, 8, 15}) {
+        for (const int width : {7, 8, 31, 32, 75}) {
+            if (offset != 0 && (level() == px || level() == m6)) continue;   // nothing to tell apart
+            for (const int32_t maskCode : {31, 51}) {
+                expectStores(wayOfMedian(ruxiFilterMedianHoriz_8u_C1R, maskCode, width, offset), width, offset, 32);
+            }
+            for (const int32_t maskCode : {33, 55}) {
+                expectStores(wayOfMedian(ruxiFilterMedianCross_8u_C1R, maskCode, width, offset), width, offset, 16);
+            }
         }
     }
 }

@@ -107,14 +107,22 @@ TEST_P(Lowpass, orderOfStatuses)
     EXPECT_EQ(call(ruxiFilterLowpass_8u_C1R, src.data(), 22, dst.data(), 20, dst.roi(), 33), 0);
 }
 
-// At px five rows of sums and their sum, in one piece.
-TEST_P(Lowpass, workMemoryOfPlainCode)
+// At px a row of sums for each row of the mask and one of their sums, in one piece; at the other levels a row of 16-bit
+// sums of columns, of whole sixteens.
+TEST_P(Lowpass, workMemory)
 {
-    if (level() != px) GTEST_SKIP() << "told of px alone";
-    const Image<uint8_t> src(around(40, 3, 55), 1), dst(Shape{40, 3}, 2);
-    const BlockRequests requests;
-    EXPECT_EQ(call(ruxiFilterLowpass_8u_C1R, src.data(), src.step(), dst.data(), 40, dst.roi(), 55), 0);
-    EXPECT_EQ(requests.sizes, BlockSizes{6 * 40 * 4});
+    for (const size_t side : {3, 5}) {
+        for (const size_t width : {1, 12, 13, 14, 15, 40}) {
+            const int32_t maskCode = static_cast<int32_t>(11 * side);
+            const Image<uint8_t> src(around(static_cast<int>(width), 3, maskCode), 1);
+            const Image<uint8_t> dst(Shape{static_cast<int>(width), 3}, 2);
+            const BlockRequests requests;
+            EXPECT_EQ(call(ruxiFilterLowpass_8u_C1R, src.data(), src.step(), dst.data(), dst.step(), dst.roi(),
+                           maskCode), 0);
+            const size_t columns = (width + side - 1 + 15) / 16 * 16;
+            EXPECT_EQ(requests.sizes, BlockSizes{level() == px ? (side + 1) * width * 4 : columns * 2}) << width;
+        }
+    }
 }
 
 TEST_P(Lowpass, refusedAllocation)

@@ -24,13 +24,17 @@ extern "C" {
  * Box filter: the mean of a mask of any size from 2x2 up, at a cost that does not grow with the mask.
  *
  *   s = sum of src(x - anchor.x + i, y - anchor.y + j), i below maskSize.width, j below maskSize.height
- *   dst(x, y) = low 8 bits of (s * m) >> shift
+ *   dst(x, y) = low 8 bits of (s * m) >> (shift modulo 32)
  *
  * anchor is the mask cell that lies on the output pixel. Read around the region: anchor.x columns to the left,
  * maskSize.width - 1 - anchor.x to the right, and the same for rows.
  *
  * m / 2^shift approximates 1 / area from below or above, with 8 bits, rounded, at px, m6 and a6 and with 12 bits,
- * truncated, at w7; nothing rounds the quotient. For areas 4, 6, 9, 16, 25, 49 (m, shift) is
+ * truncated, at w7; nothing rounds the quotient. With v = (float)1/area, both are formed so:
+ *   t = v * 2^32 + 0.000009, truncated, at px; v * 2^32 - 0.49999, rounded to nearest, at m6, a6, w7
+ *   t is shifted left until bit 31 is set, but no more than 24 times: c times
+ *   px, m6, a6:  m = (t + 2^23) >> 24, shift = c + 8          w7:  m = t >> 20, shift = c + 12
+ * A shift is 32 or more for areas above 2^20 at w7, above 2^24 elsewhere. For areas 4, 6, 9, 16, 25, 49 (m, shift) is
  *   px, m6, a6:  128, 9     171, 10    228, 11    128, 11    164, 12    167, 13
  *   w7:          2048, 13   2730, 14   3640, 15   2048, 15   2621, 16   2674, 17
  * So a white image need not stay white: 5x5 gives 255 at px, m6, a6 and 254 at w7. The product wraps in 32 bits,
@@ -41,6 +45,8 @@ extern "C" {
  *   ruxiFilterBox_8u_C1R     (s * 228) >> 11      (hu(s, 29127) + 2) >> 2               (s * 455) >> 12
  *   ruxiFilterBox_8u_C1IR    (s * 455) >> 12      (hu(s, 29127) + 2) >> 2               (s * 455) >> 12
  * White through these columns gives 255 (C1IR: 254), 255, 254.
+ *
+ * a6 and w7 end each call of ruxiFilterBox_8u_C1R that passes the tests with a store fence.
  *
  * Statuses: ruxStatusNullPointer; ruxStatusStepError (a step below 1); ruxStatusSizeError (width or height below 1);
  * ruxStatusMaskSize (mask width or height below 2: 1xN and Nx1 are refused); ruxStatusAnchor (anchor outside the
@@ -56,8 +62,11 @@ ruxStatus RUXCALL ruxiFilterBox_8u_C1R(const uint8_t* src, int32_t srcStep, uint
  *   or less has the rows below it, down to row anchor.y, written too; and a region of height 2 * anchor.y or less
  *   reads as if it were 2 * anchor.y + 1 high.
  * - With any mask but 3x3, a region of height anchor.y + 2 gets the result of its row 0 in every row.
- * The call owns the region and all pixels around it that it reads. When the ring cannot be allocated, the 3x3 path
- * does not release its table of anchor.y + 1 pointers.
+ * The call owns the region and all pixels around it that it reads.
+ *
+ * Statuses: those of ruxiFilterBox_8u_C1R. ruxStatusMemoryAllocated is for any of three blocks: the sums of columns
+ * (not with a 3x3 mask), the table of anchor.y + 1 pointers, the ring; the image is untouched. When the ring cannot be
+ * allocated, the 3x3 path does not release its table.
  */
 ruxStatus RUXCALL ruxiFilterBox_8u_C1IR(uint8_t* srcDst, int32_t srcDstStep, ruxiSize roiSize, ruxiSize maskSize,
                                         ruxiPoint anchor);
@@ -78,7 +87,8 @@ ruxStatus RUXCALL ruxiFilterBox_8u_C1IR(uint8_t* srcDst, int32_t srcDstStep, rux
  *   other, negative included:   double, a * f       double, to      float, toward       float, to
  *   a * f, f = (float)1/divisor + 0.5, truncated,   nearest even    zero                nearest even
  *                               0 if a * f <= 0
- * In the float columns a is converted to float and the product rounded to float. The addend of a power of two is 1
+ * In the float columns a is converted to float and the product rounded to float. A quotient that 32 bits do not hold,
+ * 2^31 from -2^31 by -1, saturates as the others above 255 do. The addend of a power of two is 1
  * whatever the shift: a divisor of 4 does not round to nearest. A sum of 5 with divisor 3 gives 2, 2, 1, 2.
  *
  * a6 and w7 take the fast column when kernelSize is 3 or more, the width 16 or more, all coefficients fit in signed
@@ -174,6 +184,8 @@ ruxStatus RUXCALL ruxiSobel3x3_Dy_8u16s_C1R(const uint8_t* src, int32_t srcStep,
  *
  *   *bufferSize = 12 * (width + 2) * (height + 2)
  *
+ * in 32 bits: above 2^31 - 1 it wraps, and tells no size.
+ *
  * Statuses: ruxStatusSizeError (width or height below 1); ruxStatusNullPointer. The size comes first.
  */
 ruxStatus RUXCALL ruxiCannyGetSize(ruxiSize roiSize, int32_t* bufferSize);
@@ -197,12 +209,15 @@ ruxStatus RUXCALL ruxiCannyGetSize(ruxiSize roiSize, int32_t* bufferSize);
  * right and lower left otherwise. At a6 and w7 the gradient -32768 has no absolute value and stays negative; a
  * threshold of 32768 or more wraps: a high one that turns negative accepts every pixel above it in blocks of 4, from
  * the row's first pixel on, that hold a positive magnitude, and a low one that turns negative every pixel above it that
- * touches an edge; with a low threshold below 1, suppressed pixels of magnitude 1 come out as 255.
+ * touches an edge; one of 65536 or more can become a small positive one; what an int32 cannot hold (2^31 or more,
+ * infinity, a NaN) becomes 0, where at px and m6 no magnitude is above it. With a low threshold below 1, suppressed
+ * pixels of magnitude 1 come out as 255 at a6 and w7.
  *
  * buffer holds ruxiCannyGetSize bytes at any address; its contents before and after mean nothing. Its size is not
  * tested; at the stated size no input overruns it. Calls that run at once need a buffer each. Gradient steps are in
  * bytes and must be even. At a6 and w7 up to 4 elements beyond the end of a gradient row may be read: they must be
- * readable, their values never matter. lowThresh may equal highThresh; 0 and -0.0 are legal.
+ * readable, their values never matter. dst may overlap the gradients: it is written when they have been read.
+ * lowThresh may equal highThresh; 0 and -0.0 are legal, and a NaN is not refused.
  *
  * Statuses: ruxStatusNullPointer (srcDx, srcDy, dst, buffer); ruxStatusStepError (a step below 1);
  * ruxStatusSizeError (width or height below 1); ruxStatusStepNotPixelMultiple (a gradient step odd);

@@ -7,6 +7,7 @@
 #include "frame/bytes.h"
 #include "frame/checks.h"
 #include "frame/float_environment.h"
+#include "frame/rounding.h"
 #include "frame/work_memory.h"
 
 namespace rux::RUX_LEVEL {
@@ -51,11 +52,16 @@ constexpr bool is3x3(ruxiSize maskSize)
     return maskSize.width == 3 && maskSize.height == 3;
 }
 
-// floor(v * 2^32) with v = 1 / area in single precision; from an area of 4 on it stays below 2^31. Not inlined: the
-// caller has set the stack's precision.
+// v * 2^32 with v = 1 / area in single precision, as an integer: rounded down, but what lies right below an integer,
+// as it does for some areas above 2^25, becomes that integer. From an area of 4 on it stays below 2^31. Not inlined:
+// the caller has set the stack's precision.
 [[gnu::noinline]] uint32_t scaledReciprocal(double area)
 {
-    return static_cast<uint32_t>(static_cast<int32_t>(roundedToSingle(1.0 / area) * 4294967296.0));
+    const double scaled = roundedToSingle(1.0 / area) * 4294967296.0;
+    if (thisLevel == px::number) return static_cast<uint32_t>(static_cast<int32_t>(scaled + 0.000009));
+
+    const DoubleRounding rounding(Rounding::nearest);
+    return static_cast<uint32_t>(roundDouble(scaled - 0.49999));
 }
 
 Reciprocal reciprocalOf(ruxiSize maskSize)

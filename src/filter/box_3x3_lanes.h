@@ -23,8 +23,8 @@ inline void filterInStrips(const Mean& mean, const uint8_t* src, ptrdiff_t strid
 {
     constexpr int32_t stripPixels = 512;
     uint16_t sums[stripPixels + 2];
-    for (int32_t x = 0; x < width; x += stripPixels) {
-        const int32_t pixels = width - x < stripPixels ? width - x : stripPixels;
+    for (ptrdiff_t x = 0; x < width; x += stripPixels) {
+        const int32_t pixels = width - x < stripPixels ? static_cast<int32_t>(width - x) : stripPixels;
         sumThreeRows(src + x, stride, sums, pixels + 2);
         filterNeighbours<3>(mean, sums, dst + x, pixels);
     }

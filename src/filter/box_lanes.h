@@ -103,17 +103,21 @@ inline void exchangeRowInLanes(const Columns& columns, const uint8_t* entering, 
     exchangeFrom(columns.sums, entering, leaving, done, columns.count);
 }
 
+// A step costs more than so many pixels singly.
+constexpr ptrdiff_t fewPixels = 8;
+
 // The mask's sum moves on by the column that enters less the one that leaves: from the sum of one pixel, the next
 // ones' are that sum and the running sums of these differences. So the first pixel stands alone, and a step reads no
-// column beyond the last. From lane to lane only the running sums' last is carried.
+// column beyond the last. From lane to lane only the running sums' last is carried. The last step may lie over its
+// neighbour: the sum goes back to where it begins.
 inline void filterWordSums(const Columns& columns, const uint16_t* sums, uint8_t* dst)
 {
     const WordMean mean(columns.reciprocal);
     const uint16_t* const entering = sums + columns.maskWidth;
-    const int32_t first = sumOfFirstMask(columns, sums);
-    dst[0] = mean(first);
+    int32_t sum = sumOfFirstMask(columns, sums);
+    dst[0] = mean(sum);
 
-    Words last = Words::broadcast(static_cast<int16_t>(first));
+    Words last = Words::broadcast(static_cast<int16_t>(sum));
     const auto nextMeans = [&](ptrdiff_t x) {
         const Words running = runningSums(wrappingDifference(Words::load(entering + x), Words::load(sums + x)));
         const Words maskSums = wrappingSum(last, running);
@@ -127,7 +131,15 @@ inline void filterWordSums(const Columns& columns, const uint16_t* sums, uint8_t
         const Words high = nextMeans(x + Words::count);
         packBytes(low, high).store(dst + x + 1);
     }
-    filterBehind(columns, sums, dst, static_cast<int32_t>(x), firstInt32(last) & 0xFFFF);
+    sum = firstInt32(last) & 0xFFFF;
+    if (stepPixels <= fewPixels || x == 0 || columns.width - 1 - x <= fewPixels)
+        return filterBehind(columns, sums, dst, static_cast<int32_t>(x), sum);
+
+    for (; x >= end; --x) sum += sums[x - 1] - entering[x - 1];
+    last = Words::broadcast(static_cast<int16_t>(sum));
+    const Words low = nextMeans(x);
+    const Words high = nextMeans(x + Words::count);
+    packBytes(low, high).store(dst + x + 1);
 }
 
 inline void filterDoubleWordSums(const Columns& columns, const int32_t* sums, uint8_t* dst)
@@ -167,8 +179,6 @@ inline void filterWords(const Columns& columns, const uint16_t* sums, uint8_t* d
     case 4: return filterNeighbours<4>(mean, sums, dst, columns.width);
     case 5: return filterNeighbours<5>(mean, sums, dst, columns.width);
     case 6: return filterNeighbours<6>(mean, sums, dst, columns.width);
-    case 7: return filterNeighbours<7>(mean, sums, dst, columns.width);
-    case 8: return filterNeighbours<8>(mean, sums, dst, columns.width);
     default: return filterWordSums(columns, sums, dst);
     }
 }

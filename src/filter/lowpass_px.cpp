@@ -11,12 +11,12 @@ inline uint8_t meanOf(int32_t sum)
 }
 
 template <int size>
-inline void sumHorizontally(const uint8_t* src, int32_t* sums, int32_t width)
+inline void sumHorizontally(const uint8_t* src, int32_t* sums, ptrdiff_t width)
 {
     int32_t sum = 0;
     for (int i = 0; i < size; ++i) sum += src[i];
     sums[0] = sum;
-    for (int32_t x = 1; x < width; ++x) {
+    for (ptrdiff_t x = 1; x < width; ++x) {
         sum += src[x + size - 1] - src[x - 1];
         sums[x] = sum;
     }
@@ -34,7 +34,7 @@ ruxStatus filterMean(const MaskedImages& images)
     for (ptrdiff_t x = 0; x < width; ++x) maskSums[x] = 0;
     for (int row = 0; row < size; ++row) {
         int32_t* const sums = work + row * width;
-        sumHorizontally<size>(images.src + row * images.srcStride, sums, images.width);
+        sumHorizontally<size>(images.src + row * images.srcStride, sums, width);
         for (ptrdiff_t x = 0; x < width; ++x) maskSums[x] += sums[x];
     }
 
@@ -46,7 +46,8 @@ ruxStatus filterMean(const MaskedImages& images)
 
         int32_t* const sums = work + oldest * width;
         for (ptrdiff_t x = 0; x < width; ++x) maskSums[x] -= sums[x];
-        sumHorizontally<size>(images.src + (y + size) * images.srcStride, sums, images.width);
+        const uint8_t* const leaving = images.src + y * images.srcStride;
+        sumHorizontally<size>(leaving + size * images.srcStride, sums, width);
         for (ptrdiff_t x = 0; x < width; ++x) maskSums[x] += sums[x];
         oldest = oldest + 1 < size ? oldest + 1 : 0;
     }

@@ -66,24 +66,53 @@ inline void maximaOfFewTaps(size_t taps, const uint8_t* from, uint8_t* to, size_
     }
 }
 
-// Maxima of the mask's width of pixels. Those of a narrower window come first, and of windows four times as wide as
-// long as a mask needs more than four of them: so a wide mask costs a pass more for every fourfold of its width. The
-// last pass lays two to four windows over the mask. scratch is two rows of width + maskWidth bytes.
+// The same of four taps in place. Lanes are formed before what they read is written: the last one, which lies over its
+// neighbour, before all others.
+inline void maximaOfFourInPlace(uint8_t* row, size_t count, size_t stride)
+{
+    const uint8_t* const taps[] = {row, row + stride, row + 2 * stride, row + 3 * stride};
+    const auto maximumAt = [&](auto lane, size_t x) {
+        using Each = decltype(lane);
+        return larger8(larger8(Each::load(taps[0] + x), Each::load(taps[1] + x)),
+                       larger8(Each::load(taps[2] + x), Each::load(taps[3] + x)));
+    };
+    size_t x = 0;
+    if (count < Lane::size) {
+        for (; x < count; ++x) maximumAt(OneByte(), x).store(row + x);
+        return;
+    }
+    const size_t last = count - Lane::size;
+    const Lane behind = maximumAt(Lane(), last);
+    for (; x + Lane::size < last; x += 2 * Lane::size) {
+        const Lane first = maximumAt(Lane(), x);
+        const Lane second = maximumAt(Lane(), x + Lane::size);
+        first.store(row + x);
+        second.store(row + x + Lane::size);
+    }
+    if (x < last) maximumAt(Lane(), x).store(row + x);
+    behind.store(row + last);
+}
+
+constexpr size_t widestInOnePass = 5;
+
+// Maxima of windows, then of windows four times as wide as long as a mask needs more than four of them: so a wide mask
+// costs a pass more for every fourfold of its width. The last pass lays two to four windows over the mask.
+inline void slideInPasses(const uint8_t* src, uint8_t* to, size_t width, size_t maskWidth, uint8_t* scratch)
+{
+    size_t window = maskWidth <= 9 ? 3 : 4;
+    maximaOfFewTaps(window, src, scratch, width + maskWidth - window, 1, window - 1);
+    for (; 4 * window < maskWidth; window *= 4)
+        maximaOfFourInPlace(scratch, width + maskWidth - 4 * window, window);
+    maximaOfFewTaps((maskWidth + window - 1) / window, scratch, to, width, window, maskWidth - window);
+}
+
+// Maxima of the mask's width of pixels. A mask of more than one pass takes a row of width + maskWidth bytes.
 inline void slideMaximum(const uint8_t* src, uint8_t* to, size_t width, size_t maskWidth, uint8_t* scratch)
 {
-    if (maskWidth <= 5) return maximaOfFewTaps(maskWidth, src, to, width, 1, maskWidth - 1);
-
-    uint8_t* maxima = scratch;
-    uint8_t* spare = scratch + width + maskWidth;
-    size_t window = maskWidth <= 9 ? 3 : 4;
-    maximaOfFewTaps(window, src, maxima, width + maskWidth - window, 1, window - 1);
-    for (; 4 * window < maskWidth; window *= 4) {
-        maximaOfTaps<4>(maxima, spare, width + maskWidth - 4 * window, window, 3 * window);
-        uint8_t* const wider = spare;
-        spare = maxima;
-        maxima = wider;
-    }
-    maximaOfFewTaps((maskWidth + window - 1) / window, maxima, to, width, window, maskWidth - window);
+    if (maskWidth <= widestInOnePass)
+        maximaOfFewTaps(maskWidth, src, to, width, 1, maskWidth - 1);
+    else
+        slideInPasses(src, to, width, maskWidth, scratch);
 }
 
 inline void maximaOfTwoRows(const uint8_t* a, const uint8_t* b, uint8_t* to, size_t width)

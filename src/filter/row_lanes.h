@@ -1,4 +1,5 @@
-// The fast path of the row filter: sums of 16-bit multiplications and additions, a lane of bytes at a time.
+// The fast path of the row filter: sums of 16-bit multiplications and additions, a lane of bytes at a time. The general
+// path takes them for kernels of one or two coefficients, and divides in its own way.
 //
 // Words is the lane; the level's finishes make integers of double words of sums.
 //
@@ -118,6 +119,21 @@ private:
     WorkMemory<int32_t> work;
 };
 
+// The longest kernel that never takes the fast path, and how many pixels of its rows go in whole lanes.
+constexpr int32_t shortKernel = 2;
+
+inline int32_t pixelsInLanes(const Kernel& kernel, int32_t width)
+{
+    constexpr int32_t lane = 2 * Words::count;
+    return kernel.size <= shortKernel && allTapsFitWords(kernel) ? width - width % lane : 0;
+}
+
+inline RowImages columnsOf(const RowImages& images, int32_t from, int32_t to)
+{
+    return {images.src + from, images.srcStride, images.dst + from, images.dstStride,
+            {to - from, images.roiSize.height}};
+}
+
 template <typename Finish>
 inline void filterImageInLanes(Finish finish, const RowImages& images, const TapPairs* steps, int32_t size)
 {
@@ -127,6 +143,8 @@ inline void filterImageInLanes(Finish finish, const RowImages& images, const Tap
         });
     };
     switch (size) {
+    case 1: return filterWith(filterInLanes<1, Finish>);
+    case 2: return filterWith(filterInLanes<2, Finish>);
     case 3: return filterWith(filterInLanes<3, Finish>);
     case 5: return filterWith(filterInLanes<5, Finish>);
     default: return filterWith(filterInLanes<0, Finish>);
@@ -137,10 +155,9 @@ struct Whole {
     Words operator()(Words sums) const { return sums; }
 };
 
-// Shifted and Scaled are the level's divisions.
+// Shifted and Scaled are the divisions of the path.
 template <typename Shifted, typename Scaled>
-inline void filterImageFast(const RowImages& images, const Kernel& kernel, const Divisor& divisor,
-                            TapPairs* steps)
+inline void filterImageInLanes(const RowImages& images, const Kernel& kernel, const Divisor& divisor, TapPairs* steps)
 {
     repackTaps(kernel, steps);
     switch (divisor.division) {

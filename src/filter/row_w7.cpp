@@ -1,4 +1,5 @@
-// Row filter in SSE2: the fast path in blocks of 16 pixels, the general one in groups of four.
+// Row filter in SSE2: the fast path, and short kernels on the general one, in blocks of 16 pixels; the others in groups
+// of four.
 #include "lanes/pixel_words8.h"
 
 namespace rux::w7 {
@@ -38,20 +39,20 @@ private:
 };
 
 // The finishes of the general path for four sums, each beside the one for a single sum.
-class UndividedFour : public Undivided {
+class UndividedFour : public Undivided, public Whole {
 public:
     using Undivided::operator();
-    __m128i operator()(__m128i sums) const { return sums; }
+    using Whole::operator();
 };
 
 class ShiftedFour : public ShiftedFromOne {
 public:
     explicit ShiftedFour(int32_t shift) : ShiftedFromOne{shift}, count(_mm_cvtsi32_si128(shift)) {}
     using ShiftedFromOne::operator();
-    __m128i operator()(__m128i sums) const
+    Words operator()(Words sums) const
     {
-        const __m128i shifted = _mm_srl_epi32(_mm_add_epi32(sums, _mm_set1_epi32(1)), count);
-        return _mm_and_si128(shifted, _mm_cmpgt_epi32(sums, _mm_setzero_si128()));
+        const __m128i shifted = _mm_srl_epi32(_mm_add_epi32(sums.value, _mm_set1_epi32(1)), count);
+        return {_mm_and_si128(shifted, _mm_cmpgt_epi32(sums.value, _mm_setzero_si128()))};
     }
 
 private:
@@ -62,9 +63,9 @@ class TruncatedFour : public Truncated {
 public:
     explicit TruncatedFour(float factor) : Truncated{factor}, factors(_mm_set1_ps(factor)) {}
     using Truncated::operator();
-    __m128i operator()(__m128i sums) const
+    Words operator()(Words sums) const
     {
-        return _mm_cvttps_epi32(scaledFloats(_mm_cvtepi32_ps(sums), factors));
+        return {_mm_cvttps_epi32(scaledFloats(_mm_cvtepi32_ps(sums.value), factors))};
     }
 
 private:
@@ -90,7 +91,7 @@ inline void filterRowGenerally(Finish finish, const uint8_t* src, uint8_t* dst, 
         __m128i sums = _mm_setzero_si128();
         for (int32_t t = 0; t < kernel.size; ++t)
             sums = _mm_add_epi32(sums, productsOfFour(src + x + t, _mm_set1_epi32(kernel.tap(t))));
-        const __m128i words = _mm_packs_epi32(finish(sums), _mm_setzero_si128());
+        const __m128i words = _mm_packs_epi32(finish(Words{sums}).value, _mm_setzero_si128());
         store<int32_t>(dst + x, _mm_cvtsi128_si32(_mm_packus_epi16(words, words)));
     }
     filterSingly(finish, src, dst, x, width, kernel);
@@ -110,13 +111,25 @@ void filterGenerally(const RowImages& images, const Kernel& kernel, const Diviso
     }
 }
 
+void filterShort(const RowImages& images, const Kernel& kernel, const Divisor& divisor)
+{
+    TapPairs steps[shortKernel];
+    filterImageInLanes<ShiftedFour, TruncatedFour>(images, kernel, divisor, steps);
+}
+
 void filterImage(const RowImages& images, const Kernel& kernel, const Divisor& divisor)
 {
-    const FastPath fastPath(kernel, images.roiSize.width);
-    if (!fastPath) return filterGenerally(images, kernel, divisor);
+    const int32_t width = images.roiSize.width;
+    const FastPath fastPath(kernel, width);
+    if (!fastPath) {
+        const int32_t inLanes = pixelsInLanes(kernel, width);
+        if (inLanes > 0) filterShort(columnsOf(images, 0, inLanes), kernel, divisor);
+        if (inLanes < width) filterGenerally(columnsOf(images, inLanes, width), kernel, divisor);
+        return;
+    }
 
     const VectorRounding rounding(Rounding::nearest);
-    filterImageFast<Shifted, ScaledToNearest>(images, kernel, divisor, fastPath.steps());
+    filterImageInLanes<Shifted, ScaledToNearest>(images, kernel, divisor, fastPath.steps());
 }
 
 }

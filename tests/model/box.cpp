@@ -97,8 +97,10 @@ bool isNine(ruxiSize mask)
 
 BoxReciprocal boxReciprocal(Level level, int32_t area)
 {
-    const float inverse = 1.0f / static_cast<float>(area);
-    auto bits = static_cast<uint32_t>(std::floor(static_cast<double>(inverse) * 4294967296.0));
+    const auto inverse = static_cast<float>(1.0 / area);
+    const double scaled = static_cast<double>(inverse) * 4294967296.0;
+    const double whole = level == px ? std::trunc(scaled + 0.000009) : std::nearbyint(scaled - 0.49999);
+    auto bits = static_cast<uint32_t>(whole);
     int shifts = 0;
     for (; shifts < 24 && bits < 0x80000000u; shifts++) bits <<= 1;
     if (level == w7) return {static_cast<int32_t>(bits >> 20), shifts + 12};
