@@ -87,7 +87,7 @@ std::string named(const char* operation, int32_t mask)
 
 void addBoxes(Cases& cases)
 {
-    for (const int32_t mask : {3, 5, 9, 31}) {
+    for (const int32_t mask : {3, 5, 7, 9, 31}) {
         const ruxiSize size = {mask, mask};
         const ruxiPoint anchor = {mask / 2, mask / 2};
         cases.push_back({named("ruxiFilterBox_8u_C1R", mask),
@@ -109,7 +109,8 @@ void addBoxes(Cases& cases)
 
 void addRows(Cases& cases)
 {
-    const std::vector<std::vector<int32_t>> kernels = {{1, 2, 1}, {1, 4, 6, 4, 1}, {-1, -2, -3, 4, 20, 4, -3, -2, -1}};
+    const std::vector<std::vector<int32_t>> kernels = {
+        {1, 1}, {1, 2, 1}, {1, 4, 6, 4, 1}, {-1, -2, -3, 4, 20, 4, -3, -2, -1}};
     for (const auto& kernel : kernels) {
         const auto length = static_cast<int32_t>(kernel.size());
         int32_t divisor = 0;
