@@ -5,6 +5,9 @@
 
 #include "opencv_pictures.h"
 
+#define STB_IMAGE_WRITE_IMPLEMENTATION
+#include <stb/stb_image_write.h>
+
 namespace rux::test {
 
 class OpenCvFilters : public OpenCv {};
@@ -178,27 +181,59 @@ static Differences differencesOf(const cv::Mat& ours, const cv::Mat& theirs, con
     return found;
 }
 
+static cv::Mat captioned(const cv::Mat& image, const std::string& caption)
+{
+    cv::Mat panel;
+    cv::copyMakeBorder(image, panel, 24, 8, 4, 4, cv::BORDER_CONSTANT, cv::Scalar(32, 32, 32));
+    cv::putText(panel, caption, {6, 17}, cv::FONT_HERSHEY_SIMPLEX, 0.42, cv::Scalar(230, 230, 230), 1, cv::LINE_AA);
+    return panel;
+}
+
+// Both edge images, and where they differ: red where OpenCV has an edge alone, cyan where ours does.
+static cv::Mat besideEachOther(const cv::Mat& ours, const cv::Mat& theirs, const std::string& picture, double share)
+{
+    cv::Mat panels[3];
+    cv::cvtColor(ours, panels[0], cv::COLOR_GRAY2RGB);
+    cv::cvtColor(theirs, panels[1], cv::COLOR_GRAY2RGB);
+    panels[2] = panels[0] / 3;
+    panels[2].setTo(cv::Scalar(255, 60, 60), theirs & ~ours);
+    panels[2].setTo(cv::Scalar(60, 255, 255), ours & ~theirs);
+    const cv::String percent = cv::format("red: %.3f %% differ, by ties of magnitude", share);
+    cv::Mat row;
+    cv::hconcat(std::vector<cv::Mat>{captioned(panels[0], picture + " picture: ruxiCanny_16s8u_C1R"),
+                                     captioned(panels[1], "OpenCV's Canny on the same gradients"),
+                                     captioned(panels[2], percent)}, row);
+    return row;
+}
+
 // A tie along the gradient suppresses both pixels in ours and one of them in OpenCV. Nothing else tells the two apart
 // but the bounds between the directions, in their fourth digit.
 TEST_P(OpenCvFilters, canny)
 {
     cv::Mat smooth;
     cv::GaussianBlur(pictures().grey, smooth, cv::Size(5, 5), 1.2);
+    std::vector<cv::Mat> rows;
     for (const cv::Mat& src : {pictures().grey, smooth}) {
         const cv::Mat dx = derivative(src, -1), dy = derivative(src, 0), ours = edgesOf(dx, dy, 60, 150);
         cv::Mat theirs;
         cv::Canny(dx, dy, theirs, 60, 150, false);
         const Differences found = differencesOf(ours, theirs, dx, dy);
         const int all = found.onlyOurs + found.tied + found.led + found.others;
+        const double share = 100.0 * all / static_cast<double>(src.total());
+        const char* const picture = src.data == smooth.data ? "smoothed" : "plain";
         std::printf("%s, %s picture: %d edge pixels, OpenCV %d; %.3f %% of all pixels differ: %d only ours, %d where "
                     "two magnitudes tie, %d that such a pixel leads to, %d others\n",
-                    nameOf(level()), src.data == smooth.data ? "smoothed" : "plain", cv::countNonZero(ours),
-                    cv::countNonZero(theirs), 100.0 * all / static_cast<double>(src.total()), found.onlyOurs,
+                    nameOf(level()), picture, cv::countNonZero(ours), cv::countNonZero(theirs), share, found.onlyOurs,
                     found.tied, found.led, found.others);
+        rows.push_back(besideEachOther(ours, theirs, picture, share));
         EXPECT_GT(cv::countNonZero(ours), 2000);
         EXPECT_EQ(found.onlyOurs, 0);
         EXPECT_EQ(found.others, 0);
     }
+    cv::Mat sheet;
+    cv::vconcat(rows, sheet);
+    const std::string file = std::string(RUX_SHEETS "/canny_beside_opencv_") + nameOf(level()) + ".png";
+    EXPECT_TRUE(stbi_write_png(file.c_str(), sheet.cols, sheet.rows, 3, sheet.data, stepOf(sheet))) << file;
 }
 
 }
